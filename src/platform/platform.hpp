@@ -1,0 +1,179 @@
+// The platform port: everything that the core needs of the system it runs on.
+//
+// posix/ and windows/ implement it and CMake picks one. Each converts the failures of its system in one function to an
+// Error with the number and text an automation host knows; the core never sees an errno, an HRESULT or a library's code.
+#pragma once
+
+#include "quill1xml/error.hpp"
+#include "quill1xml/types.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quill1xml::platform {
+
+/// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
+/// the file is touched. Failures are errors 53, 57, 61, 67, 70, 75 or 76 with the name in the description.
+class Files {
+public:
+    virtual ~Files() = default;
+
+    /// Opens or creates the file, appends the text as UTF-16 little-endian and closes it. A new or empty file starts
+    /// with a byte-order mark. A failed write leaves the file as it was.
+    virtual void appendText(Text fileName, Text text) = 0;
+
+    /// As appendText, to a file that starts anew.
+    virtual void writeText(Text fileName, Text text) = 0;
+
+    /// The whole file without its byte-order mark. Error 13 when it is not UTF-16 little-endian text.
+    virtual std::u16string readText(Text fileName) = 0;
+
+    virtual Bytes readBytes(Text fileName) = 0;
+
+    /// Names, without folder and in rising order, of the normal files in a folder that match a pattern of "*" and "?".
+    /// The last "\" separates folder and pattern. A missing folder has no names. Matches as the system's names do:
+    /// without regard to case on Windows, with regard to it elsewhere.
+    virtual std::vector<std::u16string> list(Text pattern) = 0;
+
+    /// Deletes a file, a read-only one too.
+    virtual void remove(Text fileName) = 0;
+};
+
+/// Where failures are reported: the application event log, or syslog.
+class EventLog {
+public:
+    virtual ~EventLog() = default;
+
+    /// Writes one entry of type Error. A log that cannot be written is ignored: the caller gets the error anyway.
+    virtual void writeError(Text text) noexcept = 0;
+};
+
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    /// The local date and time.
+    virtual Date now() = 0;
+};
+
+struct HttpReply {
+    int status = 0;            ///< the HTTP status code
+    std::string contentType;   ///< the Content-Type header, empty when there is none
+    std::string body;          ///< the bytes as received
+};
+
+class Http {
+public:
+    virtual ~Http() = default;
+
+    /// Posts a body and waits for the reply; any HTTP status is a reply. A transport failure is an Error that names the
+    /// host of the URL, never credentials.
+    virtual HttpReply post(Text url, std::string_view contentType, std::string_view body) = 0;
+};
+
+/// Why a document did not load or is not valid. code is 0 when there is nothing to report.
+struct ParseError {
+    Long code = 0;
+    Long filePosition = 0;
+    Long line = 0;
+    Long linePosition = 0;
+    std::u16string reason;
+    std::u16string sourceText;
+    std::u16string url;
+
+    explicit operator bool() const noexcept { return code != 0; }
+};
+
+/// One element of a document. It keeps its document alive.
+class Element {
+public:
+    virtual ~Element() = default;
+
+    /// The value of an attribute by its exact qualified name; nothing when it is absent.
+    virtual std::optional<std::u16string> attribute(Text name) const = 0;
+
+    /// The child elements of that qualified name, in document order.
+    virtual std::vector<std::shared_ptr<Element>> children(Text name) const = 0;
+};
+
+/// A parsed document.
+class Document {
+public:
+    virtual ~Document() = default;
+
+    /// The root element.
+    virtual std::shared_ptr<Element> root() const = 0;
+
+    /// The elements at a path of qualified names from the root, such as "Store/Order", in document order.
+    /// Namespaces do not matter.
+    virtual std::vector<std::shared_ptr<Element>> select(Text path) const = 0;
+
+    /// The document as text, without a declaration of encoding.
+    virtual std::u16string xml() const = 0;
+
+    /// Writes the document to a file, in the encoding that it declares, UTF-8 where it declares none.
+    virtual void save(Text fileName) const = 0;
+
+    /// Validates against the schema the document was loaded with.
+    virtual ParseError validate() = 0;
+};
+
+/// A schema for the namespace "WebStore", ready to be attached to documents.
+class Schema {
+public:
+    virtual ~Schema() = default;
+};
+
+/// The XML parser. No document reaches out: no network access, no external entities, no entity expansion beyond the
+/// predefined ones; depth and size are bounded.
+class Xml {
+public:
+    virtual ~Xml() = default;
+
+    /// Parses text, whatever encoding it declares. Returns nothing and fills the error when it does not parse.
+    /// The schema, where one is given, serves Document::validate.
+    virtual std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema, ParseError& error) = 0;
+
+    /// As parse, from a file.
+    virtual std::unique_ptr<Document> load(Text fileName, std::shared_ptr<Schema> schema, ParseError& error) = 0;
+
+    /// Reads a schema from a file or URL. An Error that names the location when it is missing or broken.
+    virtual std::shared_ptr<Schema> loadSchema(Text location) = 0;
+};
+
+/// What is left of the system: the thread, the code page and the user's regional settings.
+class System {
+public:
+    virtual ~System() = default;
+
+    virtual std::uint32_t threadId() const = 0;
+
+    /// The character of a byte in the single-byte ANSI code page (Windows-1252 where the system has none).
+    virtual char16_t codePageCharacter(std::uint8_t byte) const = 0;
+
+    /// The text that stands between the whole and the fraction of a number.
+    virtual std::u16string decimalSeparator() const = 0;
+
+    /// The general date form: short date and long time; a time of midnight is left out.
+    virtual std::u16string generalDate(Date date) const = 0;
+};
+
+/// Everything a Store reaches outside itself. Tests replace what they want to watch or to fail.
+struct Environment {
+    std::shared_ptr<Files> files;
+    std::shared_ptr<EventLog> log;
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<Http> http;
+    std::shared_ptr<Xml> xml;
+    std::shared_ptr<System> system;
+};
+
+/// The environment of the system this was built for.
+Environment systemEnvironment();
+
+}  // namespace quill1xml::platform

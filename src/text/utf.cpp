@@ -1,0 +1,98 @@
+#include "quill1xml/text.hpp"
+
+#include <cstdint>
+
+namespace quill1xml {
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+void appendUtf8(std::string& out, char32_t c) {
+    const auto put = [&out](char32_t byte) { out.push_back(static_cast<char>(byte)); };
+    if (c < 0x80) {
+        put(c);
+    } else if (c < 0x800) {
+        put(0xC0 | (c >> 6));
+        put(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        put(0xE0 | (c >> 12));
+        put(0x80 | ((c >> 6) & 0x3F));
+        put(0x80 | (c & 0x3F));
+    } else {
+        put(0xF0 | (c >> 18));
+        put(0x80 | ((c >> 12) & 0x3F));
+        put(0x80 | ((c >> 6) & 0x3F));
+        put(0x80 | (c & 0x3F));
+    }
+}
+
+void appendUtf16(std::u16string& out, char32_t c) {
+    if (c < 0x10000) {
+        out.push_back(static_cast<char16_t>(c));
+    } else {
+        out.push_back(static_cast<char16_t>(0xD7C0 + (c >> 10)));
+        out.push_back(static_cast<char16_t>(0xDC00 | (c & 0x3FF)));
+    }
+}
+
+/// The length of the sequence that a lead byte starts; 0 when it starts none.
+std::size_t sequenceLength(std::uint8_t lead) {
+    if (lead < 0x80) return 1;
+    if (lead >= 0xC2 && lead < 0xE0) return 2;
+    if (lead >= 0xE0 && lead < 0xF0) return 3;
+    if (lead >= 0xF0 && lead < 0xF5) return 4;
+    return 0;
+}
+
+/// Decodes the sequence at the start of the text; length 0 when it is not valid UTF-8.
+struct Decoded {
+    char32_t character;
+    std::size_t length;
+};
+
+Decoded decodeUtf8(std::string_view text) {
+    const auto byte = [text](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const std::size_t length = sequenceLength(byte(0));
+    if (length == 1) return {byte(0), 1};
+    if (length == 0 || length > text.size()) return {replacement, 0};
+    char32_t c = byte(0) & (0xFFu >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) return {replacement, 0};
+        c = (c << 6) | (byte(i) & 0x3F);
+    }
+    const bool overlong = (length == 3 && c < 0x800) || (length == 4 && c < 0x10000);
+    const bool outside = c > 0x10FFFF || (c >= 0xD800 && c < 0xE000);
+    return overlong || outside ? Decoded{replacement, 0} : Decoded{c, length};
+}
+
+}  // namespace
+
+std::u16string toUtf16(std::string_view utf8) {
+    std::u16string out;
+    out.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const Decoded decoded = decodeUtf8(utf8);
+        appendUtf16(out, decoded.character);
+        utf8.remove_prefix(decoded.length == 0 ? 1 : decoded.length);
+    }
+    return out;
+}
+
+std::string toUtf8(std::u16string_view utf16) {
+    std::string out;
+    out.reserve(utf16.size());
+    for (std::size_t i = 0; i < utf16.size(); ++i) {
+        const char16_t unit = utf16[i];
+        const bool high = unit >= 0xD800 && unit < 0xDC00;
+        const bool low = unit >= 0xDC00 && unit < 0xE000;
+        if (high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] < 0xE000) {
+            appendUtf8(out, 0x10000u + ((static_cast<char32_t>(unit) - 0xD800u) << 10) + (utf16[i + 1] - 0xDC00u));
+            ++i;
+        } else {
+            appendUtf8(out, high || low ? replacement : static_cast<char32_t>(unit));
+        }
+    }
+    return out;
+}
+
+}  // namespace quill1xml
