@@ -14,8 +14,7 @@ constexpr int firstYear = 100;
 constexpr int lastYear = 9999;
 
 // Whole days of 1 January of the first year and 31 December of the last.
-constexpr std::int64_t firstDay =
-    (std::chrono::sys_days{std::chrono::year{firstYear} / 1 / 1} - dayZero).count();
+constexpr std::int64_t firstDay = (std::chrono::sys_days{std::chrono::year{firstYear} / 1 / 1} - dayZero).count();
 constexpr std::int64_t lastDay = (std::chrono::sys_days{std::chrono::year{lastYear} / 12 / 31} - dayZero).count();
 
 /// Seconds since day zero at midnight, on a time line without the fold of negative automation dates.

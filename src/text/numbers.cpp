@@ -1,0 +1,249 @@
+#include "text/numbers.hpp"
+
+#include "quill1xml/error.hpp"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+namespace quill1xml {
+namespace {
+
+constexpr int significantDigits = 15;
+
+/// A decimal number: 0.d1d2d3... times 10 to the power of `point`, so `point` digits stand before the decimal point.
+struct Decimal {
+    bool negative = false;
+    std::array<char, 24> digits{};
+    int count = 0;
+    int point = 0;
+
+    void stripTrailingZeros() {
+        while (count > 1 && digits[static_cast<std::size_t>(count - 1)] == '0') --count;
+    }
+};
+
+/// Takes apart "d.ddde+xx" as std::to_chars writes it.
+void readScientific(Decimal& decimal, std::string_view text) {
+    const std::size_t e = text.find('e');
+    decimal.count = 0;
+    for (const char c : text.substr(0, e)) {
+        if (c != '.') decimal.digits[static_cast<std::size_t>(decimal.count++)] = c;
+    }
+    std::string_view exponentText = text.substr(e + 1);
+    if (exponentText.front() == '+') exponentText.remove_prefix(1);
+    int exponent = 0;
+    std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+    decimal.point = exponent + 1;
+}
+
+Decimal toDecimal(double value) {
+    if (!std::isfinite(value)) throw runtimeError(RuntimeError::overflow, u"a number must be finite");
+    Decimal decimal;
+    decimal.negative = value < 0;
+    const double magnitude = std::fabs(value);
+    std::array<char, 32> text;
+    auto end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific).ptr;
+    readScientific(decimal, {text.data(), end});
+    if (decimal.count > significantDigits) {
+        end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific,
+                            significantDigits - 1)
+                  .ptr;
+        readScientific(decimal, {text.data(), end});
+    }
+    decimal.stripTrailingZeros();
+    return decimal;
+}
+
+/// Rounds to 15 significant digits, halves to even.
+void roundDigits(Decimal& decimal) {
+    if (decimal.count <= significantDigits) return;
+    const auto digit = [&decimal](int i) -> char& { return decimal.digits[static_cast<std::size_t>(i)]; };
+    bool rest = false;
+    for (int i = significantDigits + 1; i < decimal.count; ++i) rest = rest || digit(i) != '0';
+    const char next = digit(significantDigits);
+    const bool odd = (digit(significantDigits - 1) - '0') % 2 != 0;
+    decimal.count = significantDigits;
+    if (next < '5' || (next == '5' && !rest && !odd)) return;
+    int i = significantDigits - 1;
+    while (i >= 0 && digit(i) == '9') digit(i--) = '0';
+    if (i >= 0) {
+        ++digit(i);
+    } else {
+        digit(0) = '1';
+        ++decimal.point;
+    }
+}
+
+Decimal toDecimal(Currency value) {
+    Decimal decimal;
+    decimal.negative = value.tenThousandths < 0;
+    const auto bits = static_cast<std::uint64_t>(value.tenThousandths);
+    const std::uint64_t magnitude = decimal.negative ? 0 - bits : bits;
+    const char* end =
+        std::to_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), magnitude).ptr;
+    decimal.count = static_cast<int>(end - decimal.digits.data());
+    decimal.point = decimal.count - 4;
+    if (magnitude == 0) decimal.point = 1;
+    roundDigits(decimal);
+    decimal.stripTrailingZeros();
+    return decimal;
+}
+
+/// The digits of a decimal in one of the two notations; `zero` tells whether "0" stands before a leading point.
+void appendDigits(std::u16string& out, const Decimal& decimal, Text separator, bool zero) {
+    const auto digits = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            out.push_back(i < decimal.count ? static_cast<char16_t>(decimal.digits[static_cast<std::size_t>(i)])
+                                            : u'0');
+        }
+    };
+    const int after = decimal.count - decimal.point;
+    if (decimal.point > significantDigits || after > significantDigits) {
+        digits(0, 1);
+        if (decimal.count > 1) {
+            out.append(separator);
+            digits(1, decimal.count);
+        }
+        const int exponent = decimal.point - 1;
+        out.append(exponent < 0 ? u"E-" : u"E+");
+        if (std::abs(exponent) < 10) out.push_back(u'0');
+        appendInteger(out, std::abs(exponent));
+        return;
+    }
+    if (decimal.point > 0) {
+        digits(0, decimal.point);
+    } else if (zero) {
+        out.push_back(u'0');
+    }
+    if (after <= 0) return;
+    out.append(separator);
+    if (decimal.point < 0) out.append(static_cast<std::size_t>(-decimal.point), u'0');
+    digits(std::max(decimal.point, 0), decimal.count);
+}
+
+void appendStr(std::u16string& out, const Decimal& decimal) {
+    out.push_back(decimal.negative ? u'-' : u' ');
+    appendDigits(out, decimal, u".", false);
+}
+
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+
+[[noreturn]] void notANumber(Text text) {
+    throw runtimeError(RuntimeError::typeMismatch, u"\"" + std::u16string(text.substr(0, 50)) + u"\" is not a number");
+}
+
+/// The text of a number without blanks and grouping commas, in the form that std::from_chars reads.
+std::string plainNumber(Text text) {
+    Text rest = text;
+    while (!rest.empty() && rest.front() == u' ') rest.remove_prefix(1);
+    while (!rest.empty() && rest.back() == u' ') rest.remove_suffix(1);
+    std::string plain;
+    std::size_t i = 0;
+    std::size_t digits = 0;
+    const auto at = [&rest](std::size_t k) { return k < rest.size() ? rest[k] : u'\0'; };
+    const auto takeDigits = [&](bool grouped) {
+        for (; isDigit(at(i)) || (grouped && digits > 0 && at(i) == u','); ++i) {
+            if (at(i) == u',') continue;
+            plain.push_back(static_cast<char>(at(i)));
+            ++digits;
+        }
+    };
+    if (at(0) == u'-') plain.push_back('-');
+    if (at(0) == u'-' || at(0) == u'+') ++i;
+    takeDigits(true);
+    if (digits == 0) plain.push_back('0');
+    if (at(i) == u'.') {
+        plain.push_back('.');
+        ++i;
+        takeDigits(false);
+        plain.push_back('0');
+    }
+    if (digits == 0) notANumber(text);
+    if (at(i) == u'E' || at(i) == u'e') {
+        plain.push_back('e');
+        ++i;
+        if (at(i) == u'-' || at(i) == u'+') plain.push_back(static_cast<char>(rest[i++]));
+        digits = 0;
+        takeDigits(false);
+        if (digits == 0) notANumber(text);
+    }
+    if (i != rest.size()) notANumber(text);
+    return plain;
+}
+
+template <class Whole>
+Whole roundTo(double value) {
+    const double whole = std::nearbyint(value);
+    if (!(whole >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
+          whole <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
+        throw runtimeError(RuntimeError::overflow);
+    }
+    return static_cast<Whole>(whole);
+}
+
+}  // namespace
+
+void appendInteger(std::u16string& out, std::int64_t value) {
+    std::array<char, 24> text;
+    const char* end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    out.insert(out.end(), static_cast<const char*>(text.data()), end);
+}
+
+void appendNumberText(std::u16string& out, double value, Text decimalSeparator) {
+    const Decimal decimal = toDecimal(value);
+    if (decimal.negative) out.push_back(u'-');
+    appendDigits(out, decimal, decimalSeparator, true);
+}
+
+void appendStrText(std::u16string& out, double value) {
+    appendStr(out, toDecimal(value));
+}
+
+void appendStrText(std::u16string& out, Currency value) {
+    appendStr(out, toDecimal(value));
+}
+
+double toDouble(Text text) {
+    const std::string plain = plainNumber(text);
+    double value = 0;
+    const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+    if (error == std::errc::result_out_of_range) {
+        // Too small is zero, as for an automation host; too large is an overflow.
+        const std::size_t e = plain.find('e');
+        if (e != std::string::npos && plain[e + 1] == '-') return 0;
+        throw runtimeError(RuntimeError::overflow);
+    }
+    if (end != plain.data() + plain.size()) notANumber(text);
+    return value;
+}
+
+Long roundToLong(double value) {
+    return roundTo<Long>(value);
+}
+Integer roundToInteger(double value) {
+    return roundTo<Integer>(value);
+}
+
+Long toLong(Text text) {
+    return roundToLong(toDouble(text));
+}
+Integer toInteger(Text text) {
+    return roundToInteger(toDouble(text));
+}
+
+Currency Currency::fromDouble(double value) {
+    // 2 to the power of 63 is exact as a double; everything below it fits.
+    constexpr double limit = 9223372036854775808.0;
+    const double scaled = std::nearbyint(value * 10000);
+    if (!(scaled >= -limit && scaled < limit)) {
+        throw runtimeError(RuntimeError::overflow, u"the amount is beyond the range of currency");
+    }
+    return {static_cast<std::int64_t>(scaled)};
+}
+
+}  // namespace quill1xml

@@ -1,0 +1,35 @@
+// Numbers as text and text as numbers, the same on every platform.
+//
+// A number is written with up to 15 significant digits, correctly rounded, without trailing zeros: in fixed notation
+// while that needs at most 15 digits before and 15 after the point, otherwise as d.dddE+17 or d.dddE-16.
+#pragma once
+
+#include "quill1xml/types.hpp"
+
+#include <string>
+
+namespace quill1xml {
+
+/// Appends an integer in plain decimal digits.
+void appendInteger(std::u16string& out, std::int64_t value);
+
+/// Appends the general number form, with "0" before the separator. Throws error 6 (Overflow) for NaN and infinities.
+void appendNumberText(std::u16string& out, double value, Text decimalSeparator);
+
+/// Appends the invariant form: "." as point, a blank or "-" in front, no "0" before the point.
+/// Throws error 6 (Overflow) for NaN and infinities.
+void appendStrText(std::u16string& out, double value);
+void appendStrText(std::u16string& out, Currency value);
+
+/// The number that a text holds: blanks around it, a sign, grouping commas, a point and an exponent are understood.
+/// Throws error 13 (Type mismatch) for anything else and error 6 (Overflow) beyond the range of the type.
+/// Whole numbers are rounded to the nearest, halves to even.
+double toDouble(Text text);
+Long toLong(Text text);
+Integer toInteger(Text text);
+
+/// A double as a whole number, rounded to the nearest, halves to even. Throws error 6 (Overflow) beyond the range.
+Long roundToLong(double value);
+Integer roundToInteger(double value);
+
+}  // namespace quill1xml
