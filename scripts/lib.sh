@@ -58,10 +58,10 @@ install_packages() {
 # Where the 32-bit Wine comes from: the machine itself, a small system of its own, or nowhere yet.
 i386_root=$root/build/i386-root
 wine_x86_source() {
-    if is_installed wine32:i386; then
-        echo multiarch
-    elif [ -e "$i386_root/.ready" ]; then
+    if [ -e "$i386_root/.ready" ]; then
         echo chroot
+    elif is_installed wine32:i386; then
+        echo multiarch
     else
         echo none
     fi
