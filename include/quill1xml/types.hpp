@@ -15,8 +15,8 @@ using Integer = std::int16_t;  ///< 16-bit integer
 using Long = std::int32_t;     ///< 32-bit integer
 using Double = double;
 using Boolean = bool;
-using VariantText = Text;         ///< text that automation hosts pass in a variant
-using VariantInteger = Integer;   ///< 16-bit integer that automation hosts pass in a variant
+using VariantText = Text;        ///< text that automation hosts pass in a variant
+using VariantInteger = Integer;  ///< 16-bit integer that automation hosts pass in a variant
 using Bytes = std::vector<std::uint8_t>;
 
 /// An automation date: days since 30 December 1899, the time of day as the fraction. Local time, no zone.

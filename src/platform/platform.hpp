@@ -1,7 +1,8 @@
 // The platform port: everything that the core needs of the system it runs on.
 //
 // posix/ and windows/ implement it and CMake picks one. Each converts the failures of its system in one function to an
-// Error with the number and text an automation host knows; the core never sees an errno, an HRESULT or a library's code.
+// Error with the number and text an automation host knows; the core never sees an errno, an HRESULT or a library's
+// code.
 #pragma once
 
 #include "quill1xml/error.hpp"
@@ -62,9 +63,9 @@ public:
 };
 
 struct HttpReply {
-    int status = 0;            ///< the HTTP status code
-    std::string contentType;   ///< the Content-Type header, empty when there is none
-    std::string body;          ///< the bytes as received
+    int status = 0;           ///< the HTTP status code
+    std::string contentType;  ///< the Content-Type header, empty when there is none
+    std::string body;         ///< the bytes as received
 };
 
 class Http {

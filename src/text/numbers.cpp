@@ -129,9 +129,7 @@ void appendStr(std::u16string& out, const Decimal& decimal) {
     appendDigits(out, decimal, u".", false);
 }
 
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
+bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 [[noreturn]] void notANumber(Text text) {
     throw runtimeError(RuntimeError::typeMismatch, u"\"" + std::u16string(text.substr(0, 50)) + u"\" is not a number");
@@ -200,13 +198,9 @@ void appendNumberText(std::u16string& out, double value, Text decimalSeparator) 
     appendDigits(out, decimal, decimalSeparator, true);
 }
 
-void appendStrText(std::u16string& out, double value) {
-    appendStr(out, toDecimal(value));
-}
+void appendStrText(std::u16string& out, double value) { appendStr(out, toDecimal(value)); }
 
-void appendStrText(std::u16string& out, Currency value) {
-    appendStr(out, toDecimal(value));
-}
+void appendStrText(std::u16string& out, Currency value) { appendStr(out, toDecimal(value)); }
 
 double toDouble(Text text) {
     const std::string plain = plainNumber(text);
@@ -222,19 +216,11 @@ double toDouble(Text text) {
     return value;
 }
 
-Long roundToLong(double value) {
-    return roundTo<Long>(value);
-}
-Integer roundToInteger(double value) {
-    return roundTo<Integer>(value);
-}
+Long roundToLong(double value) { return roundTo<Long>(value); }
+Integer roundToInteger(double value) { return roundTo<Integer>(value); }
 
-Long toLong(Text text) {
-    return roundToLong(toDouble(text));
-}
-Integer toInteger(Text text) {
-    return roundToInteger(toDouble(text));
-}
+Long toLong(Text text) { return roundToLong(toDouble(text)); }
+Integer toInteger(Text text) { return roundToInteger(toDouble(text)); }
 
 Currency Currency::fromDouble(double value) {
     // 2 to the power of 63 is exact as a double; everything below it fits.

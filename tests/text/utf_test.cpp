@@ -16,14 +16,18 @@ TEST(Utf, WhatIsNotValidBecomesTheReplacementCharacter) {
         const char* bytes;
         std::u16string expected;
     } cases[] = {
-        {"a\xFF" "b", u"a\uFFFDb"},
-        {"\xC3", u"\uFFFD"},                    // truncated
-        {"\xC0\xAF", u"\uFFFD\uFFFD"},          // overlong
-        {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},  // a surrogate
+        {"a\xFF"
+         "b",
+         u"a\uFFFDb"},
+        {"\xC3", u"\uFFFD"},                                // truncated
+        {"\xC0\xAF", u"\uFFFD\uFFFD"},                      // overlong
+        {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},            // a surrogate
         {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond U+10FFFF
     };
     for (const auto& c : cases) EXPECT_EQ(toUtf16(c.bytes), c.expected);
-    EXPECT_EQ(toUtf8(std::u16string{u'a', char16_t{0xD800}, u'b'}), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(toUtf8(std::u16string{u'a', char16_t{0xD800}, u'b'}),
+              "a\xEF\xBF\xBD"
+              "b");
     EXPECT_EQ(toUtf8(std::u16string{char16_t{0xDC00}}), "\xEF\xBF\xBD");
 }
 

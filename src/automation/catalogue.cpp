@@ -1,0 +1,82 @@
+#include "automation/catalogue.hpp"
+
+#include "quill1xml/error.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace quill1xml::automation {
+namespace {
+
+bool equalIgnoringCase(std::string_view left, std::string_view right) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
+    return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+}  // namespace
+
+std::span<const Class* const> classes() {
+    static const Class* const all[] = {&storeClass(), &cstringClass()};
+    return all;
+}
+
+const Member* findMember(const Class& of, std::string_view name) {
+    const auto found =
+        std::ranges::find_if(of.members, [&](const Member& m) { return equalIgnoringCase(m.name, name); });
+    return found == of.members.end() ? nullptr : &*found;
+}
+
+int findParameter(const Member& of, std::string_view name) {
+    const auto found =
+        std::ranges::find_if(of.parameters, [&](const Parameter& p) { return equalIgnoringCase(p.name, name); });
+    return found == of.parameters.end() ? -1 : static_cast<int>(found - of.parameters.begin());
+}
+
+Arguments::Arguments(const Member& member)
+    : member_(member),
+      storage_(std::make_unique<std::byte[]>(std::max<std::size_t>(member.argumentsSize, 1))),
+      set_(member.parameters.size()) {
+    if (member.argumentsSize > 0) std::memcpy(storage_.get(), member.defaults, member.argumentsSize);
+}
+
+template <class Value>
+void Arguments::store(std::size_t parameter, const Value& value) {
+    std::memcpy(storage_.get() + member_.parameters[parameter].offset, &value, sizeof value);
+    set_[parameter] = true;
+}
+
+void Arguments::setText(std::size_t parameter, Text value) {
+    texts_.push_back(std::make_unique<std::u16string>(value));
+    store(parameter, Text(*texts_.back()));
+}
+
+void Arguments::setWhole(std::size_t parameter, std::int64_t value) {
+    const auto put = [&]<class Whole>(Whole) {
+        if (value < std::numeric_limits<Whole>::min() || value > std::numeric_limits<Whole>::max()) {
+            throw runtimeError(RuntimeError::overflow, toUtf16(member_.parameters[parameter].name));
+        }
+        store(parameter, static_cast<Whole>(value));
+    };
+    if (member_.parameters[parameter].type == Type::longInteger) {
+        put(Long{});
+    } else {
+        put(Integer{});
+    }
+}
+
+void Arguments::setDouble(std::size_t parameter, double value) { store(parameter, value); }
+void Arguments::setBoolean(std::size_t parameter, bool value) { store(parameter, value); }
+void Arguments::setDate(std::size_t parameter, Date value) { store(parameter, value); }
+void Arguments::setCurrency(std::size_t parameter, Currency value) { store(parameter, value); }
+
+void Arguments::requireAll() const {
+    for (std::size_t i = 0; i < set_.size(); ++i) {
+        if (member_.parameters[i].required && !set_[i]) {
+            throw runtimeError(RuntimeError::argumentNotOptional, toUtf16(member_.parameters[i].name));
+        }
+    }
+}
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,121 @@
+// The public classes and their members as data: what automation, the type library, the command line and the manual
+// know of them. Everything in it comes from the declarations.
+#pragma once
+
+#include "platform/platform.hpp"
+#include "quill1xml/types.hpp"
+#include "store/parameters.hpp"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace quill1xml::records {
+struct Record;
+}
+
+namespace quill1xml::automation {
+
+/// A result or an event argument.
+using Value = std::variant<std::monostate, Long, std::u16string, Bytes>;
+
+/// The type of a member's result.
+enum class ResultType : std::uint8_t { nothing, longInteger, text, bytes };
+
+enum class MemberKind : std::uint8_t { method, propertyGet };
+
+struct Member {
+    Long dispid = 0;
+    std::string_view name{};
+    MemberKind kind = MemberKind::method;
+    ResultType result = ResultType::nothing;
+    std::string_view summary{};
+    std::span<const Parameter> parameters{};
+    const void* defaults = nullptr;           ///< an argument struct that holds every default
+    std::size_t argumentsSize = 0;            ///< of the argument struct, in bytes; it is trivially copyable
+    const records::Record* record = nullptr;  ///< the element that the method writes, where it writes one
+
+    /// Calls the member on an object of its class. Throws Error.
+    Value (*invoke)(void* object, const void* arguments) = nullptr;
+};
+
+/// An event that a class raises.
+struct Event {
+    Long dispid = 0;
+    std::string_view name{};
+    std::string_view summary{};
+    std::span<const Parameter> parameters{};  ///< without places in a struct
+};
+
+/// Receives events: the event and its arguments in order.
+using EventSink = std::function<void(const Event& event, std::span<const Value> arguments)>;
+
+struct Class {
+    std::string_view name{};
+    std::string_view summary{};
+    std::span<const Member> members{};  ///< in interface order
+    std::span<const Event> events{};
+
+    /// Makes an object of the class.
+    std::shared_ptr<void> (*create)(const platform::Environment& environment) = nullptr;
+
+    /// Tells an object of the class where its events go; null for a class without events.
+    void (*connect)(void* object, EventSink sink) = nullptr;
+};
+
+const Class& storeClass();
+const Class& cstringClass();
+
+/// Every class, in the order of the type library.
+std::span<const Class* const> classes();
+
+/// The member of that name, without regard to (ASCII) case; null when there is none.
+const Member* findMember(const Class& of, std::string_view name);
+
+/// The parameter of that name, without regard to case; its index, or -1.
+int findParameter(const Member& of, std::string_view name);
+
+/// The arguments of one call, being filled in. Parameters that are not set keep their defaults.
+class Arguments {
+public:
+    explicit Arguments(const Member& member);
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+
+    /// Sets a text parameter; the text is copied.
+    void setText(std::size_t parameter, Text value);
+
+    /// Sets a parameter of a whole-number type. Throws error 6 (Overflow) beyond the range of the type.
+    void setWhole(std::size_t parameter, std::int64_t value);
+
+    void setDouble(std::size_t parameter, double value);
+    void setBoolean(std::size_t parameter, bool value);
+    void setDate(std::size_t parameter, Date value);
+    void setCurrency(std::size_t parameter, Currency value);
+
+    /// Throws error 449 (Argument not optional) with the name of the first required parameter that was not set.
+    void requireAll() const;
+
+    /// The argument struct, for Member::invoke. Valid while this object lives.
+    const void* data() const { return storage_.get(); }
+
+private:
+    template <class Value>
+    void store(std::size_t parameter, const Value& value);
+
+    const Member& member_;
+    std::unique_ptr<std::byte[]> storage_;
+    std::vector<bool> set_;
+    std::vector<std::unique_ptr<std::u16string>> texts_;
+};
+
+/// A parameter's default from its member's argument struct.
+template <class Value>
+const Value& defaultOf(const Member& member, const Parameter& parameter) {
+    return *reinterpret_cast<const Value*>(static_cast<const std::byte*>(member.defaults) + parameter.offset);
+}
+
+}  // namespace quill1xml::automation

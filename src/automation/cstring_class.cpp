@@ -1,0 +1,60 @@
+// The members of CString.
+
+#include "automation/catalogue.hpp"
+#include "quill1xml/cstring.hpp"
+
+namespace quill1xml::automation {
+namespace {
+
+CString& self(void* object) { return *static_cast<CString*>(object); }
+
+constexpr Parameter concatParameters[] = {{"s", Type::text, true, 0}};
+constexpr Text noText;
+
+const Member members[] = {
+    {.dispid = 1,
+     .name = "concat",
+     .summary = "Appends text. A character outside the code page is an overflow.",
+     .parameters = concatParameters,
+     .defaults = &noText,
+     .argumentsSize = sizeof noText,
+     .invoke = [](void* object, const void* arguments) -> Value {
+         self(object).concat(*static_cast<const Text*>(arguments));
+         return {};
+     }},
+    {.dispid = 2,
+     .name = "length",
+     .kind = MemberKind::propertyGet,
+     .result = ResultType::longInteger,
+     .summary = "The number of characters held.",
+     .invoke = [](void* object, const void*) -> Value { return self(object).length(); }},
+    {.dispid = 3,
+     .name = "text",
+     .kind = MemberKind::propertyGet,
+     .result = ResultType::text,
+     .summary = "The characters held.",
+     .invoke = [](void* object, const void*) -> Value { return self(object).text(); }},
+    {.dispid = 4,
+     .name = "reset",
+     .summary = "Empties the builder.",
+     .invoke = [](void* object, const void*) -> Value {
+         self(object).reset();
+         return {};
+     }},
+};
+
+std::shared_ptr<void> create(const platform::Environment& environment) {
+    return std::make_shared<CString>(environment.system);
+}
+
+}  // namespace
+
+const Class& cstringClass() {
+    static const Class cstring{.name = "CString",
+                               .summary = "Builds a text of single-byte characters.",
+                               .members = members,
+                               .create = &create};
+    return cstring;
+}
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,99 @@
+// The members of Store, from the method declarations.
+
+#include "automation/catalogue.hpp"
+#include "quill1xml/store.hpp"
+#include "records/record.hpp"
+
+#include <type_traits>
+
+namespace quill1xml::automation {
+namespace {
+
+template <class Result>
+constexpr ResultType resultType = ResultType::nothing;
+template <>
+constexpr ResultType resultType<Long> = ResultType::longInteger;
+template <>
+constexpr ResultType resultType<std::u16string> = ResultType::text;
+template <>
+constexpr ResultType resultType<Bytes> = ResultType::bytes;
+
+template <class ArgumentStruct, auto method>
+Value invoke(void* object, const void* arguments) {
+    Store& store = *static_cast<Store*>(object);
+    const auto& typed = *static_cast<const ArgumentStruct*>(arguments);
+    using Result = decltype((store.*method)(typed));
+    if constexpr (std::is_void_v<Result>) {
+        (store.*method)(typed);
+        return {};
+    } else {
+        return (store.*method)(typed);
+    }
+}
+
+template <class ArgumentStruct>
+constexpr ArgumentStruct defaultArguments{};
+
+template <class ArgumentStruct, class Result, auto method>
+Member member(Long dispid, std::string_view name, std::string_view summary, const records::Record* record) {
+    static_assert(std::is_trivially_copyable_v<ArgumentStruct> && std::is_standard_layout_v<ArgumentStruct>);
+    return {.dispid = dispid,
+            .name = name,
+            .kind = MemberKind::method,
+            .result = resultType<Result>,
+            .summary = summary,
+            .parameters = parametersOf<ArgumentStruct>,
+            .defaults = &defaultArguments<ArgumentStruct>,
+            .argumentsSize = sizeof(ArgumentStruct),
+            .record = record,
+            .invoke = &invoke<ArgumentStruct, method>};
+}
+
+std::span<const Member> members() {
+    static const Member all[] = {
+#define QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, record) \
+    member<arguments::Name, Result, &Store::Name>(dispid, #Name, summary, record),
+#define METHOD(dispid, Result, Name, summary, ...) QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, nullptr)
+#define BUILDER(dispid, Result, Name, summary, ...) \
+    QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, &records::Name)
+#define RECORD(dispid, Name, summary, ...) QUILL1XML_MEMBER_ENTRY(dispid, void, Name, summary, &records::Name)
+#include "quill1xml/methods/all.def"
+#undef QUILL1XML_MEMBER_ENTRY
+    };
+    return all;
+}
+
+std::span<const Event> events() {
+    static constexpr Parameter parameters[] = {{"strTempFileName", Type::text, true, 0},
+                                               {"lngImportNumber", Type::longInteger, true, 0}};
+    static const Event all[] = {
+        {.dispid = 1,
+         .name = "PacketUploaded",
+         .summary = "Raised after each packet that the server accepted, with its file name and import number.",
+         .parameters = parameters}};
+    return all;
+}
+
+std::shared_ptr<void> create(const platform::Environment& environment) { return std::make_shared<Store>(environment); }
+
+void connect(void* object, EventSink sink) {
+    static_cast<Store*>(object)->onPacketUploaded([sink = std::move(sink)](Text tempFileName, Long importNumber) {
+        const Value arguments[] = {std::u16string(tempFileName), importNumber};
+        sink(events().front(), arguments);
+    });
+}
+
+}  // namespace
+
+const Class& storeClass() {
+    static const Class store{
+        .name = "Store",
+        .summary = "Publishes a host's records to a web store, and fetches what shoppers did there.",
+        .members = members(),
+        .events = events(),
+        .create = &create,
+        .connect = &connect};
+    return store;
+}
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,297 @@
+// Records as declarations: tables that read like the format they describe.
+//
+//     const Record AddTax = record<arguments::AddTax>(u"Tax", [] {
+//         return rows(
+//             key      ("TaxCode",     "strTaxCode",     length(1, 10),            escaped, u"The TaxCode may not
+//             ..."), attribute("Description", "strDescription", notDefault && atMost(50), escaped), deleted);
+//     });
+//
+// Rows are worked off in order: a key is checked where it stands, an attribute is written when its condition holds.
+// Names of parameters are looked up at compile time; one that the method does not have does not compile.
+#pragma once
+
+#include "records/condition.hpp"
+#include "records/rendering.hpp"
+#include "store/parameters.hpp"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quill1xml::records {
+
+/// A short ASCII name kept as UTF-16.
+struct Name {
+    static constexpr std::size_t capacity = 40;
+
+    std::array<char16_t, capacity> characters{};
+    std::uint8_t size = 0;
+
+    constexpr std::u16string_view view() const { return {characters.data(), size}; }
+    constexpr void push(char c) { characters.at(size++) = static_cast<char16_t>(c); }
+};
+
+/// How a row relates to what stands around it.
+enum class RowKind : std::uint8_t {
+    attribute,  ///< written when its condition holds
+    otherwise,  ///< written when its condition holds and the row before it was not written
+    key,        ///< fails when its condition does not hold, and is always written
+    check,      ///< fails when its condition does not hold, and writes nothing
+};
+
+/// A row as declared: parameters by name, "#" for a number in numbered families.
+struct RowDeclaration {
+    RowKind kind = RowKind::attribute;
+    std::string_view name{};
+    std::string_view parameter{};
+    Condition condition{};
+    const Rendering* rendering = nullptr;
+    std::u16string_view fixed{};    ///< the value of an attribute without rendering
+    std::u16string_view message{};  ///< of a failed check; "{name}" stands for a parameter's value
+    std::u16string_view source{};   ///< of a failed check, where it is not the record's
+    bool blankBeforeEquals = false;
+    int number = 0;  ///< what "#" stands for
+};
+
+/// A test with its parameter found.
+struct ResolvedTest {
+    Test test{};
+    Field field{};
+    Field other{};
+};
+
+/// A row ready to be worked off.
+struct Row {
+    RowKind kind = RowKind::attribute;
+    bool any = false;
+    bool blankBeforeEquals = false;
+    std::uint8_t testCount = 0;
+    Field field{};
+    Name name{};
+    std::array<ResolvedTest, Condition::capacity> tests{};
+    const Rendering* rendering = nullptr;
+    std::u16string_view fixed{};
+    std::u16string_view message{};
+    std::u16string_view source{};
+
+    constexpr bool writes() const { return kind != RowKind::check; }
+    constexpr std::span<const ResolvedTest> conditions() const { return {tests.data(), testCount}; }
+};
+
+struct Record;
+
+/// Runs before a record's rows, and may refuse the call.
+using Prologue = void (*)(const Call& call, const Record& record);
+
+/// Takes the finished element text. The default counts it and appends it to the packet file of its kind.
+using Delivery = void (*)(store::State& store, const Record& record, std::u16string_view element);
+
+void appendToPacket(store::State& store, const Record& record, std::u16string_view element);
+
+/// What a record needs beyond its rows; most need nothing.
+struct Shape {
+    std::u16string_view parent{};      ///< the element it stands in; empty directly below the root
+    bool isRoot = false;               ///< the element is the root itself
+    std::u16string_view kind{};        ///< in packet file names, where it is not the element's name
+    std::u16string_view counter{};     ///< the kind whose packet counters it shares
+    std::u16string_view source{};      ///< of its errors, where it is not the method's own
+    std::u16string_view begin = u"<";  ///< before the element's name
+    std::u16string_view afterName{};   ///< between the element's name and its attributes
+    std::u16string_view end = u"/>";   ///< after the attributes
+    bool carriesStoreId = false;       ///< the kind in file names goes on with the store number and "_"
+    Prologue prologue = nullptr;
+    Delivery delivery = appendToPacket;
+};
+
+/// One method's element.
+struct Record {
+    std::u16string_view element;
+    std::string_view method;
+    std::span<const Row> rows;
+    std::span<const Parameter> parameters;
+    Shape shape;
+
+    constexpr std::u16string_view kind() const { return shape.kind.empty() ? element : shape.kind; }
+    constexpr std::u16string_view counter() const { return shape.counter.empty() ? kind() : shape.counter; }
+
+    /// The source of the record's errors, such as "Quill1XML.Store.AddTax()".
+    std::u16string source() const;
+};
+
+// ---- Declaring rows
+
+constexpr RowDeclaration attribute(std::string_view name, std::string_view parameter, const Condition& condition,
+                                   const Rendering& rendering) {
+    return {.name = name, .parameter = parameter, .condition = condition, .rendering = &rendering};
+}
+
+/// A value that must meet its condition; the record is refused with the message otherwise.
+constexpr RowDeclaration key(std::string_view name, std::string_view parameter, const Condition& condition,
+                             const Rendering& rendering, std::u16string_view message, std::u16string_view source = {}) {
+    return {.kind = RowKind::key,
+            .name = name,
+            .parameter = parameter,
+            .condition = condition,
+            .rendering = &rendering,
+            .message = message,
+            .source = source};
+}
+
+/// As key, without an attribute.
+constexpr RowDeclaration check(std::string_view parameter, const Condition& condition, std::u16string_view message,
+                               std::u16string_view source = {}) {
+    return {
+        .kind = RowKind::check, .parameter = parameter, .condition = condition, .message = message, .source = source};
+}
+
+/// An attribute with a value of its own.
+constexpr RowDeclaration fixed(std::string_view name, const Condition& condition, std::u16string_view value) {
+    return {.name = name, .condition = condition, .fixed = value};
+}
+
+/// The row, written only when the one before it was not.
+constexpr RowDeclaration otherwise(RowDeclaration row) {
+    row.kind = RowKind::otherwise;
+    return row;
+}
+
+/// The row, with a blank between the attribute's name and the equals sign: the format has it so.
+constexpr RowDeclaration blankBeforeEquals(RowDeclaration row) {
+    row.blankBeforeEquals = true;
+    return row;
+}
+
+/// The rows once per number from first to last, "#" in their names and parameters being the number.
+template <int first, int last, class... Rows>
+constexpr auto numbered(const Rows&... rowsOfOneNumber) {
+    const std::array<RowDeclaration, sizeof...(Rows)> block{rowsOfOneNumber...};
+    std::array<RowDeclaration, block.size() * static_cast<std::size_t>(last - first + 1)> all;
+    std::size_t next = 0;
+    for (int number = first; number <= last; ++number) {
+        for (const RowDeclaration& row : block) {
+            all[next] = row;
+            all[next++].number = number;
+        }
+    }
+    return all;
+}
+
+inline constexpr RowDeclaration deleted = attribute("Deleted", "blnDeleted", isTrue, flag);
+
+namespace detail {
+
+template <class Item>
+inline constexpr std::size_t rowCount = 1;
+template <std::size_t size>
+inline constexpr std::size_t rowCount<std::array<RowDeclaration, size>> = size;
+
+constexpr std::array<RowDeclaration, 1> asArray(const RowDeclaration& row) { return {row}; }
+template <std::size_t size>
+constexpr const std::array<RowDeclaration, size>& asArray(const std::array<RowDeclaration, size>& family) {
+    return family;
+}
+
+/// Whether a pattern with "#" for the number spells a name.
+constexpr bool spells(std::string_view pattern, int number, std::string_view name) {
+    for (const char c : pattern) {
+        if (c != '#') {
+            if (!name.starts_with(c)) return false;
+            name.remove_prefix(1);
+            continue;
+        }
+        const char digits[] = {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+        const std::string_view text(digits + (number < 10 ? 1 : 0), number < 10 ? 1 : 2);
+        if (!name.starts_with(text)) return false;
+        name.remove_prefix(text.size());
+    }
+    return name.empty();
+}
+
+constexpr Field find(std::span<const Parameter> parameters, std::string_view pattern, int number) {
+    if (pattern.empty()) return {};
+    for (const Parameter& parameter : parameters) {
+        if (spells(pattern, number, parameter.name)) return {parameter.type, parameter.offset, true};
+    }
+    throw "the method has no parameter of this name";
+}
+
+constexpr Row resolve(std::span<const Parameter> parameters, const RowDeclaration& declaration) {
+    Row row;
+    row.kind = declaration.kind;
+    row.any = declaration.condition.any;
+    row.blankBeforeEquals = declaration.blankBeforeEquals;
+    row.field = find(parameters, declaration.parameter, declaration.number);
+    for (const char c : declaration.name) {
+        if (c != '#') {
+            row.name.push(c);
+            continue;
+        }
+        if (declaration.number >= 10) row.name.push(static_cast<char>('0' + declaration.number / 10));
+        row.name.push(static_cast<char>('0' + declaration.number % 10));
+    }
+    for (const Test& test : declaration.condition.span()) {
+        ResolvedTest& resolved = row.tests[row.testCount++];
+        resolved.test = test;
+        resolved.field = test.parameter.empty() ? row.field : find(parameters, test.parameter, declaration.number);
+        resolved.other = find(parameters, test.other, declaration.number);
+        if (!resolved.field.present) throw "a condition needs a parameter";
+    }
+    row.rendering = declaration.rendering;
+    row.fixed = declaration.fixed;
+    row.message = declaration.message;
+    row.source = declaration.source;
+    return row;
+}
+
+template <class Arguments, class Rows>
+inline constexpr auto table = [] {
+    constexpr auto declarations = Rows{}();
+    std::array<Row, declarations.size()> resolved;
+    for (std::size_t i = 0; i < declarations.size(); ++i) {
+        resolved[i] = resolve(parametersOf<Arguments>, declarations[i]);
+    }
+    return resolved;
+}();
+
+}  // namespace detail
+
+/// The rows of a record, numbered families laid out.
+template <class... Items>
+constexpr auto rows(const Items&... items) {
+    std::array<RowDeclaration, (detail::rowCount<Items> + ... + 0)> all{};
+    auto next = all.begin();
+    ((next = std::ranges::copy(detail::asArray(items), next).out), ...);
+    return all;
+}
+
+/// A record whose method takes Arguments and whose rows a lambda returns.
+template <class Arguments, class Rows>
+consteval Record record(std::u16string_view element, Rows, const Shape& shape = {}) {
+    return {.element = element,
+            .method = methodNameOf<Arguments>,
+            .rows = detail::table<Arguments, Rows>,
+            .parameters = parametersOf<Arguments>,
+            .shape = shape};
+}
+
+// ---- Writing records
+
+/// Appends the element to a buffer: checks keys and writes attributes, in the order of the rows.
+/// Throws the Error of the first check that fails, or of a value that cannot be rendered.
+void appendElement(std::u16string& out, const Record& record, const Call& call);
+
+/// As appendElement, the attributes alone.
+void appendAttributes(std::u16string& out, const Record& record, const Call& call);
+
+/// Works off one call of a record method: prologue, element, delivery.
+void write(store::State& store, const Record& record, const void* arguments);
+
+// ---- The records, one per RECORD and BUILDER of the method declarations
+
+#define RECORD(dispid, Name, summary, ...) extern const Record Name;
+#define BUILDER(dispid, Result, Name, summary, ...) extern const Record Name;
+#include "quill1xml/methods/all.def"
+
+}  // namespace quill1xml::records

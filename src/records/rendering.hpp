@@ -1,0 +1,61 @@
+// How an attribute's value is written.
+#pragma once
+
+#include "store/parameters.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace quill1xml::store {
+struct State;
+}
+
+namespace quill1xml::records {
+
+/// A parameter of the call that is being written.
+struct Field {
+    Type type = Type::text;
+    std::uint16_t offset = 0;
+    bool present = false;  ///< false for attributes that no parameter feeds
+};
+
+/// One call: the argument struct and the store it was made on.
+struct Call {
+    store::State& store;
+    const void* arguments;
+
+    Text text(Field field) const;
+    double number(Field field) const;      ///< of any numeric, date or flag field; true is 1
+    Currency currency(Field field) const;  ///< of any numeric field; throws error 6 beyond the range
+    Date date(Field field) const;
+};
+
+/// What a schema says of a value.
+enum class ValueType : std::uint8_t {
+    text,
+    integer,
+    number,       ///< "." as point, a leading blank allowed
+    localNumber,  ///< with the decimal separator of the user's settings
+    dateTime,
+    flag,  ///< 0 or 1
+    base64,
+};
+
+struct Rendering {
+    void (*append)(std::u16string& out, const Call& call, Field field);
+    ValueType valueType;
+    std::string_view description;  ///< for the manual
+};
+
+extern const Rendering asGiven;
+extern const Rendering escaped;
+extern const Rendering integerText;
+extern const Rendering flag;
+extern const Rendering numberText;
+extern const Rendering strText;
+extern const Rendering currencyStrText;
+extern const Rendering dateText;
+extern const Rendering currentDateText;
+extern const Rendering fileContent;
+
+}  // namespace quill1xml::records

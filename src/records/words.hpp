@@ -1,0 +1,12 @@
+// Enumerations that several records share.
+#pragma once
+
+#include <string_view>
+
+namespace quill1xml::records {
+
+inline constexpr std::u16string_view priceLists[] = {u"1",  u"2",  u"3",  u"4",  u"5",  u"6",  u"7",
+                                                     u"8",  u"9",  u"10", u"11", u"12", u"13", u"14",
+                                                     u"15", u"16", u"17", u"18", u"19", u"20", u"None"};
+
+}  // namespace quill1xml::records

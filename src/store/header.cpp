@@ -1,0 +1,53 @@
+// The start of a store document: the root start tag and the envelope.
+
+#include "records/record.hpp"
+#include "store/methods.hpp"
+#include "store/packets.hpp"
+#include "text/numbers.hpp"
+
+namespace quill1xml::store::bodies {
+namespace {
+
+/// The packet file that begins with the root start tag.
+constexpr Text firstPacket = u"WebStore1";
+
+}  // namespace
+
+void Create(State& state, const arguments::Create& arguments) {
+    if (state.tempFilePath.empty()) state.tempFilePath = u"C:\\";
+    methods::CleanupTempFiles(state, {});
+    if (!state.storeElement.empty()) {
+        throw Error(applicationError, records::Create.source(), u"A new store has already been created.");
+    }
+    methods::SetStoreID(state, {arguments.lngStoreID});
+    state.schemaSource = arguments.strWebStoreSchemaSource;
+
+    std::u16string element;
+    records::appendElement(element, records::Create, {state, &arguments});
+    state.documentHead = u"<Store xmlns=\"WebStore\" StoreID=\"";
+    appendInteger(state.documentHead, arguments.lngStoreID);
+    state.documentHead.append(u"\">");
+    state.storeElement = std::move(element);
+}
+
+void AddAdditionalParameters(State& state, const arguments::AddAdditionalParameters& arguments) {
+    if (state.storeElement.empty()) {
+        throw Error(applicationError, records::AddAdditionalParameters.source(),
+                    u"This function can only be called after the store has been created.");
+    }
+    std::u16string text(state.storeElement);
+    records::appendAttributes(text, records::AddAdditionalParameters, {state, &arguments});
+    // The blank before the bracket is part of the format.
+    text.append(u" >");
+    appendToTempFile(state, text, firstPacket, true);
+    state.storeElement.clear();
+}
+
+void AddEnvelope(State& state, const arguments::AddEnvelope& arguments) {
+    std::u16string envelope;
+    records::appendElement(envelope, records::AddEnvelope, {state, &arguments});
+    state.documentHead.append(u"\r\n").append(envelope);
+    appendToTempFile(state, envelope, firstPacket, false);
+}
+
+}  // namespace quill1xml::store::bodies

@@ -1,0 +1,46 @@
+// What a Store keeps between calls.
+#pragma once
+
+#include "platform/platform.hpp"
+#include "quill1xml/store.hpp"
+#include "text/xml_text.hpp"
+
+#include <map>
+#include <string>
+
+namespace quill1xml::store {
+
+/// The packet counters of one record kind, or of the kinds that share them.
+struct PacketCounter {
+    Long records = 0;  ///< written since the last packet boundary
+    Long packets = 0;  ///< completed; the current packet is this plus 1
+};
+
+struct State {
+    explicit State(platform::Environment environment);
+
+    platform::Environment environment;
+    XmlText xmlText;
+    std::u16string decimalSeparator;
+    Store::PacketUploaded packetUploaded;
+
+    std::u16string tempFilePath;  ///< ends in "\" once set
+    Long storeId = 0;
+    Long packetSize = 0;  ///< 0 until set: packets never fill
+    std::map<std::u16string_view, PacketCounter> counters;
+
+    std::u16string storeElement;  ///< the root start tag without ">", from Create to AddAdditionalParameters
+    std::u16string documentHead;  ///< what every packet but the first begins with
+    std::u16string schemaSource;
+
+    std::unique_ptr<platform::Document> document;  ///< the document loaded last
+    bool documentLoaded = false;
+    bool schemaValid = false;
+    std::u16string uploadResult;  ///< "file number,file number", cleared by Send
+
+    std::u16string element;     ///< buffer of the record being written
+    std::u16string packetKind;  ///< buffer of its kind and packet number
+    std::u16string fileName;    ///< buffer of its packet file's name
+};
+
+}  // namespace quill1xml::store

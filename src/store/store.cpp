@@ -1,0 +1,21 @@
+#include "quill1xml/store.hpp"
+
+#include "store/methods.hpp"
+
+#include <utility>
+
+namespace quill1xml {
+
+Store::Store() : Store(platform::systemEnvironment()) {}
+
+Store::Store(platform::Environment environment) : state_(std::make_unique<store::State>(std::move(environment))) {}
+
+Store::~Store() = default;
+
+void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded = std::move(listener); }
+
+#define METHOD(dispid, Result, Name, summary, ...) \
+    Result Store::Name(const arguments::Name& arguments) { return store::methods::Name(*state_, arguments); }
+#include "quill1xml/methods/all.def"
+
+}  // namespace quill1xml
