@@ -1,0 +1,186 @@
+#include "server.hpp"
+
+#include "page.hpp"
+#include "receipt.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+namespace quill1xml::sandbox {
+namespace {
+
+constexpr const char* host = "127.0.0.1";
+constexpr const char* xmlType = "text/xml; charset=utf-8";
+constexpr const char* jsonType = "application/json";
+constexpr std::size_t longestBody = 64u << 20;
+
+void answerJson(httplib::Response& response, const Json& json, int status = 200) {
+    response.status = status;
+    // Text that a client sent in another encoding must not keep the answer from going out.
+    response.set_content(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n', jsonType);
+}
+
+void answerError(httplib::Response& response, int status, const std::string& message) {
+    answerJson(response, {{"error", message}}, status);
+}
+
+/// Nothing when the body is too large; the status is set then. Reading it here bypasses the HTTP library's own reading
+/// of form bodies, which stops at 8 KB: clients post store documents under the content type of forms.
+std::optional<std::string> readBody(const httplib::ContentReader& reader) {
+    std::string body;
+    const bool complete = reader([&body](const char* data, std::size_t size) {
+        body.append(data, size);
+        return true;
+    });
+    return complete ? std::optional(std::move(body)) : std::nullopt;
+}
+
+std::optional<std::string> parameter(const httplib::Request& request, const char* name) {
+    return request.has_param(name) ? std::optional(request.get_param_value(name)) : std::nullopt;
+}
+
+void allowParameters(const httplib::Request& request, std::initializer_list<std::string_view> known) {
+    for (const auto& [name, value] : request.params)
+        if (std::find(known.begin(), known.end(), name) == known.end())
+            throw std::invalid_argument("Unknown parameter \"" + name + '"');
+}
+
+std::string statusText(const httplib::Request& request, int status) {
+    switch (status) {
+        case 404:
+            return "There is nothing at " + request.method + ' ' + request.path;
+        case 413:
+            return "The body is too large";
+        default:
+            return "The request was not understood";
+    }
+}
+
+void answerException(const httplib::Request&, httplib::Response& response, std::exception_ptr failure) {
+    try {
+        std::rethrow_exception(std::move(failure));
+    } catch (const std::invalid_argument& error) {
+        answerError(response, 400, error.what());
+    } catch (const std::exception& error) {
+        answerError(response, 500, error.what());
+    }
+}
+
+}  // namespace
+
+Server::Server(Format format, const Settings& settings)
+    : format_(std::move(format)), schema_(format_.xsd), storage_(settings.database), delay_(settings.delay) {
+    for (const PlannedMisbehaviour& planned : settings.misbehaviours) plan_.add(planned);
+
+    http_.set_payload_max_length(longestBody);
+    http_.set_exception_handler(answerException);
+    http_.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
+        if (response.body.empty()) answerError(response, response.status, statusText(request, response.status));
+    });
+    addUploads();
+    addQueries();
+
+    port_ = settings.port == 0 ? http_.bind_to_any_port(host) : settings.port;
+    if (port_ < 0 || (settings.port != 0 && !http_.bind_to_port(host, settings.port)))
+        throw std::runtime_error("Cannot listen on port " + std::to_string(settings.port));
+    thread_ = std::thread([this] { http_.listen_after_bind(); });
+    // Stopping has no effect before the server runs.
+    while (!http_.is_running()) std::this_thread::yield();
+}
+
+Server::~Server() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    stopped_.notify_all();
+    http_.stop();
+    thread_.join();
+}
+
+void Server::misbehave(const Misbehaviour& misbehaviour, httplib::Response& response) {
+    using Action = Misbehaviour::Action;
+    std::unique_lock lock(mutex_);
+    const auto stopping = [this] { return stopping_; };
+    stopped_.wait_for(lock, delay_ + misbehaviour.delay, stopping);
+    if (misbehaviour.action == Action::hang) stopped_.wait(lock, stopping);
+    if (misbehaviour.action == Action::answer) {
+        response.status = misbehaviour.reply.status;
+        response.set_content(misbehaviour.reply.body, misbehaviour.reply.contentType);
+    } else if (misbehaviour.action != Action::proceed) {
+        // A provider that fails is how a connection closes without an answer.
+        response.set_content_provider(1, xmlType, [](std::size_t, std::size_t, httplib::DataSink&) { return false; });
+    }
+}
+
+void Server::addExchange(const std::string& path, Exchange exchange) {
+    const auto answer = [exchange = std::move(exchange)](const std::string& body) {
+        try {
+            return exchange(body);
+        } catch (const Refusal& refusal) {
+            return refusal.receipt();
+        } catch (const std::exception& error) {
+            return Refusal(RefusalNumber::internal, "Store", error.what()).receipt();
+        }
+    };
+    http_.Post(path, [this, path, answer](const httplib::Request&, httplib::Response& response,
+                                          const httplib::ContentReader& reader) {
+        const std::optional<std::string> body = readBody(reader);
+        if (!body) return;
+        const Misbehaviour misbehaviour = plan_.next(path);
+        misbehave(misbehaviour, response);
+        if (misbehaviour.action == Misbehaviour::Action::proceed) response.set_content(answer(*body), xmlType);
+    });
+}
+
+void Server::addCommand(const std::string& path, Command command) {
+    http_.Post(path, [command = std::move(command)](const httplib::Request&, httplib::Response& response,
+                                                    const httplib::ContentReader& reader) {
+        if (const std::optional<std::string> body = readBody(reader)) answerJson(response, command(*body));
+    });
+}
+
+void Server::addText(const std::string& pattern, const char* contentType, std::function<std::string()> text) {
+    http_.Get(pattern,
+              [contentType, text = std::move(text)](const httplib::Request& request, httplib::Response& response) {
+                  allowParameters(request, {});
+                  response.set_content(text(), contentType);
+              });
+}
+
+std::string Server::upload(const std::string& body) {
+    const XmlDocument document = parseXml(body, "Import");
+    requireStoreRoot(document.get(), storeNamespace, "Import");
+    schema_.check(document.get());
+    return acceptedReceipt(storage_.import(readStoreDocument(document.get(), format_.keyAttributes)));
+}
+
+void Server::addUploads() {
+    addExchange("/upload", [this](const std::string& body) { return upload(body); });
+    addCommand("/misbehave", [this](const std::string& body) {
+        const PlannedMisbehaviour planned = plannedFromJson(Json::parse(body, nullptr, false));
+        return Json{{"endpoint", planned.endpoint}, {"upload", plan_.add(planned)}};
+    });
+}
+
+void Server::addQueries() {
+    http_.Get("/imports", [this](const httplib::Request& request, httplib::Response& response) {
+        allowParameters(request, {});
+        answerJson(response, storage_.imports());
+    });
+    http_.Get("/kinds", [this](const httplib::Request& request, httplib::Response& response) {
+        allowParameters(request, {});
+        answerJson(response, storage_.kinds());
+    });
+    http_.Get("/records", [this](const httplib::Request& request, httplib::Response& response) {
+        allowParameters(request, {"kind", "key"});
+        answerJson(response, storage_.records(parameter(request, "kind"), parameter(request, "key")));
+    });
+    addText(R"(/schema\.xsd)", xmlType, [this] { return format_.xsd; });
+    addText(R"(/schema\.xdr)", xmlType, [this] { return format_.xdr; });
+    addText("/", "text/html; charset=utf-8", [this] { return page({url(), storage_.imports(), storage_.kinds()}); });
+}
+
+}  // namespace quill1xml::sandbox

@@ -1,0 +1,81 @@
+// The store as a server on 127.0.0.1.
+#pragma once
+
+#include "document.hpp"
+#include "http_server.hpp"
+#include "misbehaviour.hpp"
+#include "storage.hpp"
+#include "xml.hpp"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace quill1xml::sandbox {
+
+/// What store documents look like.
+struct Format {
+    std::string xsd;  ///< the schema that uploads are checked against
+    std::string xdr;  ///< the same in the other dialect, only handed out
+    KeyAttributes keyAttributes;
+};
+
+struct Settings {
+    std::string database = ":memory:";
+    int port = 0;                        ///< 0 picks a free one
+    std::chrono::milliseconds delay{0};  ///< before every answer to a post
+    std::vector<PlannedMisbehaviour> misbehaviours = {};
+};
+
+/// Serves from construction to destruction, on threads of its own.
+class Server {
+public:
+    /// Throws std::runtime_error when the port is taken, the database does not open or the schema is broken.
+    Server(Format format, const Settings& settings);
+
+    /// Ends what hangs or waits and closes all connections.
+    ~Server();
+
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    int port() const { return port_; }
+
+    /// The address without a slash at the end.
+    std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
+
+private:
+    /// Answers a body with an XML document; a Refusal becomes its receipt.
+    using Exchange = std::function<std::string(const std::string& body)>;
+    /// Answers a body with JSON; std::invalid_argument becomes a bad request.
+    using Command = std::function<Json(const std::string& body)>;
+
+    void addExchange(const std::string& path, Exchange exchange);
+    void addCommand(const std::string& path, Command command);
+    void addText(const std::string& pattern, const char* contentType, std::function<std::string()> text);
+    void addUploads();
+    void addQueries();
+
+    std::string upload(const std::string& body);
+    void misbehave(const Misbehaviour& misbehaviour, httplib::Response& response);
+
+    Format format_;
+    XmlSchema schema_;
+    Storage storage_;
+    MisbehaviourPlan plan_;
+    std::chrono::milliseconds delay_;
+
+    std::mutex mutex_;
+    std::condition_variable stopped_;
+    bool stopping_ = false;
+
+    HttpServer http_;
+    int port_ = 0;
+    std::thread thread_;
+};
+
+}  // namespace quill1xml::sandbox

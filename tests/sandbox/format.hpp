@@ -1,0 +1,41 @@
+// A small format of store documents for the tests of the sandbox, apart from the real records.
+#pragma once
+
+#include "sandbox/server.hpp"
+
+namespace quill1xml::sandbox {
+
+inline Format testFormat() {
+    return {.xsd = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema" targetNamespace="WebStore"
+                                 xmlns="WebStore" elementFormDefault="qualified">
+              <xs:element name="Store"><xs:complexType>
+                <xs:sequence>
+                  <xs:element name="Envelope" minOccurs="0"><xs:complexType>
+                    <xs:attribute name="UserName"/><xs:attribute name="Password"/>
+                  </xs:complexType></xs:element>
+                  <xs:choice minOccurs="0" maxOccurs="unbounded">
+                    <xs:element name="Tax"><xs:complexType>
+                      <xs:attribute name="TaxCode" use="required"/>
+                      <xs:attribute name="CountryCode"/>
+                      <xs:attribute name="Description"/>
+                      <xs:attribute name="Rate" type="xs:decimal"/>
+                    </xs:complexType></xs:element>
+                    <xs:element name="Order"><xs:complexType>
+                      <xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
+                      <xs:anyAttribute processContents="skip"/>
+                    </xs:complexType></xs:element>
+                  </xs:choice>
+                </xs:sequence>
+                <xs:attribute name="StoreID" type="xs:int" use="required"/>
+                <xs:attribute name="Name"/>
+              </xs:complexType></xs:element>
+            </xs:schema>)",
+            .xdr = "<Schema xmlns=\"urn:schemas-microsoft-com:xml-data\"/>",
+            .keyAttributes = [](std::string_view element) -> std::vector<std::string> {
+                if (element == "Tax") return {"TaxCode", "CountryCode"};
+                if (element == "Order") return {"OrderNumber"};
+                return {};
+            }};
+}
+
+}  // namespace quill1xml::sandbox

@@ -1,0 +1,215 @@
+#include "format.hpp"
+#include "scenario.hpp"
+
+#include <chrono>
+#include <fstream>
+#include <future>
+#include <stdexcept>
+
+namespace quill1xml::sandbox {
+namespace {
+
+std::string accepted(int number) {
+    return "<Receipt ImportNumber=\"" + std::to_string(number) +
+           "\"><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>";
+}
+
+std::string refused(int number, const std::string& source, const std::string& description) {
+    return "<Receipt><Error Number=\"" + std::to_string(number) + "\" Source=\"" + source + "\" Description=\"" +
+           description + "\"/></Receipt>";
+}
+
+std::string store(const std::string& content) {
+    return "<Store xmlns=\"WebStore\" StoreID=\"57\">" + content + "</Store>";
+}
+
+std::string tax(const std::string& code) {
+    return store("<Tax TaxCode=\"" + code + "\"/>");
+}
+
+const Scenario scenarios[] = {
+    {"AnEmptyStoreHasNothingToShow",
+     {
+         {"GET /imports", "", 200, "[]"},
+         {"GET /kinds", "", 200, "{}"},
+         {"GET /records", "", 200, "[]"},
+         {"GET /", "", 200, "<!DOCTYPE html>*Nothing has been published yet.*</html>\n"},
+         {"GET /schema.xdr", "", 200, testFormat().xdr},
+     }},
+    {"ImportsAreNumberedAndKept",
+     {
+         {"POST /upload", "<?xml version=\"1.0\"?>" + store("<Envelope UserName=\"söhne &amp; co\" Password=\"p\"/>"),
+          200, accepted(1)},
+         {"POST /upload",
+          "<w:Store xmlns:w='WebStore' StoreID='-5' Name='Ω'><w:Tax TaxCode='B'/><w:Order/><w:Tax "
+          "TaxCode='A'/></w:Store>",
+          200, accepted(2)},
+         {"GET /imports", "", 200,
+          R"([{"import": 1, "time": "NOW", "storeId": 57, "user": "söhne & co", "store": {"StoreID": "57"},
+               "records": 0, "kinds": {}},
+              {"import": 2, "time": "NOW", "storeId": -5, "user": "", "store": {"StoreID": "-5", "Name": "Ω"},
+               "records": 3, "kinds": {"Tax": 2, "Order": 1}}])"},
+         {"GET /kinds", "", 200, R"({"Tax": 2, "Order": 1})"},
+     }},
+    {"RecordsKeepTextKeysAndChildren",
+     {
+         {"POST /upload",
+          store("<Tax TaxCode='VAT' CountryCode='DE' Description='&lt;Größe&gt; &quot;&#10;’Ж漢😀'/>\r\n"
+                "<Order OrderNumber='7'>\r\n<OrderLineItem SKU='a|b'><Note>x&amp;y</Note></OrderLineItem></Order>") +
+              "\r\n",
+          200, accepted(1)},
+         {"POST /upload", tax("VAT"), 200, accepted(2)},
+         {"GET /records?kind=Tax", "", 200,
+          R"([{"kind": "Tax", "key": "VAT|DE", "import": 1, "children": [],
+               "attributes": {"TaxCode": "VAT", "CountryCode": "DE", "Description": "<Größe> \"\n’Ж漢😀"},
+               "xml": "<Tax TaxCode=\"VAT\" CountryCode=\"DE\" Description=\"&lt;Größe&gt; &quot;&#10;’Ж漢😀\"/>"},
+              {"kind": "Tax", "key": "VAT|", "import": 2, "children": [], "attributes": {"TaxCode": "VAT"},
+               "xml": "<Tax TaxCode=\"VAT\"/>"}])"},
+         {"GET /records?kind=Order&key=7", "", 200,
+          R"([{"kind": "Order", "key": "7", "import": 1, "attributes": {"OrderNumber": "7"},
+               "children": [{"element": "OrderLineItem", "attributes": {"SKU": "a|b"},
+                             "children": [{"element": "Note", "attributes": {}, "children": []}]}],
+               "xml": "<Order OrderNumber=\"7\">\n<OrderLineItem SKU=\"a|b\"><Note>x&amp;y</Note></OrderLineItem></Order>"
+              }])"},
+         {"GET /records?kind=Tax&key=VAT%7CDE%27%20OR%201", "", 200, "[]"},
+         {"GET /records?kind=tax", "", 200, "[]"},
+     }},
+    {"RefusalsSayWhyAndCostNoNumber",
+     {
+         {"POST /upload", "", 200, refused(1, "Import", "There is no document.")},
+         {"POST /upload", store("<Tax"), 200, refused(1, "Import", "Line 1: *")},
+         {"POST /upload", store("<Tax TaxCode='\xE4'/>"), 200, refused(1, "Import", "Line 1: *not proper UTF-8*")},
+         {"POST /upload", "<!DOCTYPE Store [<!ENTITY a 'b'>]>" + tax("&a;"), 200,
+          refused(1, "Import", "Document type declarations are not taken.")},
+         {"POST /upload", "<Shop xmlns='WebStore'/>", 200,
+          refused(2, "Import", "The root element is Shop in namespace WebStore, not Store in namespace WebStore.")},
+         {"POST /upload", "<Store StoreID='1'/>", 200,
+          refused(2, "Import", "The root element is Store without namespace, not Store in namespace WebStore.")},
+         {"POST /upload", store("<Tax TaxCode='A'/>\n<Tax Rate='1'/><Fax/>"), 200,
+          refused(3, "Schema", "Line 2: Element '{WebStore}Tax': *'TaxCode' is required but missing.")},
+         {"POST /upload", store("<Tax TaxCode='A' Rate='&quot;&lt;'/>"), 200,
+          refused(3, "Schema", "Line 1: *attribute 'Rate': '&quot;&lt;' is not a valid value*")},
+         {"POST /upload", store("<Envelope/><Envelope/>"), 200, refused(3, "Schema", "Line 1: *Envelope*")},
+         {"GET /records", "", 200, "[]"},
+         {"POST /upload", tax("A"), 200, accepted(1)},
+     }},
+    {"SchemaHintsAreNotFollowed",
+     {
+         {"POST /upload",
+          "<Store xmlns='WebStore' StoreID='1' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
+          "xsi:schemaLocation='WebStore file:///nowhere.xsd Other file:///nowhere.xsd'><Tax TaxCode='A'/></Store>",
+          200, accepted(1)},
+         {"GET /imports", "", 200,
+          R"([{"import": 1, "time": "NOW", "storeId": 1, "user": "", "store": {"StoreID": "1"}, "records": 1,
+               "kinds": {"Tax": 1}}])"},
+     }},
+    {"ThePageEscapesWhatItShows",
+     {
+         {"POST /upload", store("<Envelope UserName='&lt;script&gt;&amp;'/><Tax TaxCode='A'/>"), 200, accepted(1)},
+         {"GET /", "", 200, "*<td>&lt;script&gt;&amp;</td><td>1 Tax</td>*<a href=\"/records?kind=Tax\">Tax</a>*"},
+     }},
+    {"WhatIsNotThereAnswersJson",
+     {
+         {"GET /nothing", "", 404, R"({"error": "There is nothing at GET /nothing"})"},
+         {"GET /upload", "", 404, R"({"error": "There is nothing at GET /upload"})"},
+         {"GET /records?sort=key", "", 400, R"({"error": "Unknown parameter \"sort\""})"},
+         {"POST /misbehave", "{", 400, R"({"error": "A JSON object is expected"})"},
+         {"POST /misbehave", R"({"action": "explode"})", 400, R"({"error": "Unknown action \"explode\""})"},
+         {"POST /misbehave", R"({"action": "refuse", "upload": 0})", 400,
+          R"({"error": "upload must be an integer from 1 to 9223372036854775807"})"},
+         {"POST /misbehave", R"({"action": "refuse", "number": 4294967296})", 400,
+          R"({"error": "number must be an integer from -2147483648 to 2147483647"})"},
+     }},
+    {"MisbehaviourHappensWhenPlanned",
+     {
+         {"POST /misbehave", R"({"action": "refuse", "upload": 3})", 200, R"({"endpoint": "/upload", "upload": 3})"},
+         {"POST /misbehave", R"({"action": "http-error", "status": 503, "upload": "next"})", 200,
+          R"({"endpoint": "/upload", "upload": 1})"},
+         {"POST /misbehave",
+          R"({"action": "refuse", "number": -17, "source": "Im\"port", "description": "no <more> \u0001"})", 200,
+          R"({"endpoint": "/upload", "upload": 2})"},
+         {"POST /misbehave", R"({"action": "rubbish"})", 200, R"({"endpoint": "/upload", "upload": 4})"},
+         {"POST /misbehave", R"({"action": "answer", "body": "<Receipt/>", "type": "a/b", "status": 201})", 200,
+          R"({"endpoint": "/upload", "upload": 5})"},
+         {"POST /upload", tax("A"), 503, "HTTP status 503 on purpose.\n"},
+         {"POST /upload", tax("A"), 200, refused(-17, "Im&quot;port", "no &lt;more&gt; ?")},
+         {"POST /upload", tax("A"), 200, refused(1000, "Import", "Refused on purpose.")},
+         {"POST /upload", tax("A"), 200, "<html><p>Rubbish & no XML"},
+         {"POST /upload", tax("A"), 201, "<Receipt/>"},
+         {"POST /upload", tax("A"), 200, accepted(1)},
+     }},
+};
+
+class Publishing : public ::testing::TestWithParam<Scenario> {};
+
+TEST_P(Publishing, Scenario) {
+    Server server(testFormat(), {});
+    play(server, GetParam().exchanges);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sandbox, Publishing, ::testing::ValuesIn(scenarios),
+                         [](const auto& scenario) { return std::string(scenario.param.name); });
+
+TEST(SandboxServer, TakesDocumentsOfAnyUsualSize) {
+    Server server(testFormat(), {});
+    std::string content;
+    for (int i = 0; i < 20'000; ++i) content += "<Tax TaxCode='" + std::to_string(i) + "' Description='Größe'/>";
+    play(server, {{"POST /upload", store(content), 200, accepted(1)}, {"GET /kinds", "", 200, R"({"Tax": 20000})"}});
+}
+
+TEST(SandboxServer, KeepsItsDatabaseBetweenRuns) {
+    const std::string file = ::testing::TempDir() + "sandbox-" + std::to_string(getpid()) + ".sqlite";
+    for (int run = 1; run <= 2; ++run) {
+        Server server(testFormat(), {.database = file});
+        play(server, {{"POST /upload", tax("A"), 200, accepted(run)},
+                      {"POST /upload", store("<Fax/>"), 200, refused(3, "Schema", "*")},
+                      {"GET /kinds", "", 200, "{\"Tax\": " + std::to_string(run) + '}'}});
+    }
+    std::remove(file.c_str());
+}
+
+TEST(SandboxServer, ClosesAndHangsWithoutAnAnswer) {
+    auto server = std::make_unique<Server>(
+        testFormat(), Settings{.misbehaviours = {plannedFromOption("close", "1"), plannedFromOption("hang", "3")}});
+    httplib::Client client("127.0.0.1", server->port());
+    client.set_read_timeout(std::chrono::seconds(60));
+    EXPECT_FALSE(client.Post("/upload", tax("A"), "text/xml"));
+    play(*server, {{"POST /upload", tax("A"), 200, accepted(1)}});
+
+    const auto start = std::chrono::steady_clock::now();
+    auto hung = std::async(std::launch::async, [&client] { return client.Post("/upload", tax("A"), "text/xml"); });
+    // Other clients are served meanwhile, until the server stops and lets the hung one go.
+    EXPECT_EQ(hung.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    play(*server, {{"GET /kinds", "", 200, R"({"Tax": 1})"}});
+    server.reset();
+    EXPECT_FALSE(hung.get());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST(SandboxServer, ReportsAPortThatIsTakenAndABrokenSchema) {
+    const Server server(testFormat(), {});
+    EXPECT_THROW(Server(testFormat(), {.port = server.port()}), std::runtime_error);
+    EXPECT_THROW(Server({.xsd = "<xs:schema/>", .xdr = "", .keyAttributes = nullptr}, {}), std::runtime_error);
+}
+
+TEST(SandboxMisbehaviour, OptionsNameEndpointRequestAndValue) {
+    const PlannedMisbehaviour planned = plannedFromOption("refuse", "/images:2:17");
+    EXPECT_EQ(planned.endpoint, "/images");
+    EXPECT_EQ(planned.request, 2u);
+    EXPECT_EQ(planned.misbehaviour.reply.body, refused(17, "Import", "Refused on purpose."));
+    EXPECT_EQ(plannedFromOption("http-error", "4").misbehaviour.reply.status, 500);
+
+    for (const auto& [action, text] : std::vector<std::pair<const char*, const char*>>{{"refuse", ""},
+                                                                                       {"refuse", "0"},
+                                                                                       {"refuse", "x"},
+                                                                                       {"refuse", "1:"},
+                                                                                       {"refuse", "1:2:3"},
+                                                                                       {"refuse", "/images"},
+                                                                                       {"close", "1:2"},
+                                                                                       {"http-error", "1:99"},
+                                                                                       {"hang", "-1"}})
+        EXPECT_THROW(plannedFromOption(action, text), std::invalid_argument) << action << ' ' << text;
+}
+
+}  // namespace
+}  // namespace quill1xml::sandbox
