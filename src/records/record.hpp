@@ -1,10 +1,9 @@
 // Records as declarations: tables that read like the format they describe.
 //
-//     const Record AddTax = record<arguments::AddTax>(u"Tax", [] {
-//         return rows(
-//             key      ("TaxCode",     "strTaxCode",     length(1, 10),            escaped, u"The TaxCode may not
-//             ..."), attribute("Description", "strDescription", notDefault && atMost(50), escaped), deleted);
-//     });
+//     const Record AddMessage = record<arguments::AddMessage>(u"Message", [] { return rows(
+//         key      ("MessageID",   "strMessageID",   length(1, 10), escaped, u"The MessageID may not be ..."),
+//         attribute("MessageText", "strMessageText", notDefault,    escaped),
+//         deleted); });
 //
 // Rows are worked off in order: a key is checked where it stands, an attribute is written when its condition holds.
 // Names of parameters are looked up at compile time; one that the method does not have does not compile.
