@@ -1,0 +1,221 @@
+// Text files are UTF-16 little-endian behind a byte-order mark.
+#include "platform/posix/files.hpp"
+
+#include "platform/posix/errors.hpp"
+#include "platform/posix/native_path.hpp"
+#include "platform/posix/parts.hpp"
+#include "platform/wildcard.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <span>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+namespace quill1xml::platform {
+namespace {
+
+constexpr std::array<std::uint8_t, 2> byteOrderMark{0xFF, 0xFE};
+constexpr mode_t anyoneByUmask = 0666;
+
+/// Calls until a signal does not get in the way.
+template <typename Call>
+auto retried(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) result = call();
+    return result;
+}
+
+/// An open file by its host name. Every failure is thrown as a fileError.
+class File {
+public:
+    File(const NativePath& path, Text name, int flags) : name_(name) {
+        const auto tryOpen = [&](int more) {
+            return retried([&] { return open(path.c_str(), flags | more | O_CLOEXEC, anyoneByUmask); });
+        };
+        // Asking for an existing file first tells whether a failed write has to take a new one away again.
+        descriptor_ = tryOpen(0);
+        if (descriptor_ == -1 && errno == ENOENT && (flags & O_WRONLY) != 0) {
+            descriptor_ = tryOpen(O_CREAT);
+            created_ = true;
+        }
+        if (descriptor_ == -1) fail();
+    }
+
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    ~File() {
+        if (descriptor_ != -1) ::close(descriptor_);
+    }
+
+    /// Closes the file; some systems report a failed write only here.
+    void close() {
+        // Linux closes the descriptor even when a signal gets in the way.
+        if (::close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) fail();
+    }
+
+    off_t size() const {
+        const off_t end = lseek(descriptor_, 0, SEEK_END);
+        if (end == -1) fail();
+        return end;
+    }
+
+    void write(std::span<iovec> parts) {
+        while (!parts.empty()) {
+            const ssize_t count =
+                retried([&] { return writev(descriptor_, parts.data(), static_cast<int>(parts.size())); });
+            if (count == -1) fail();
+            auto written = static_cast<std::size_t>(count);
+            while (!parts.empty() && written >= parts.front().iov_len) {
+                written -= parts.front().iov_len;
+                parts = parts.subspan(1);
+            }
+            if (parts.empty()) return;
+            parts.front().iov_base = static_cast<char*>(parts.front().iov_base) + written;
+            parts.front().iov_len -= written;
+        }
+    }
+
+    std::size_t read(void* buffer, std::size_t size) {
+        const ssize_t count = retried([&] { return ::read(descriptor_, buffer, size); });
+        if (count == -1) fail();
+        return static_cast<std::size_t>(count);
+    }
+
+    bool created() const noexcept { return created_; }
+
+private:
+    [[noreturn]] void fail() const { throw fileError(errno, name_); }
+
+    Text name_;
+    int descriptor_ = -1;
+    bool created_ = false;
+};
+
+iovec part(const void* data, std::size_t size) { return {const_cast<void*>(data), size}; }
+
+/// Writes to an open file and closes it. What a failure leaves behind is taken back, as far as the system lets us.
+void writeParts(File& file, const NativePath& path, off_t formerSize, std::span<iovec> parts) {
+    try {
+        file.write(parts);
+        file.close();
+    } catch (const Error&) {
+        const bool restored = truncate(path.c_str(), formerSize) == 0;
+        if (restored && file.created()) unlink(path.c_str());
+        throw;
+    }
+}
+
+[[maybe_unused]] void swapBytes(std::u16string& text) {
+    for (char16_t& c : text) c = static_cast<char16_t>(c << 8 | c >> 8);
+}
+
+void writeText(Text fileName, Text text, int flags) {
+    const NativePath path(fileName);
+    File file(path, fileName, O_WRONLY | flags);
+    const off_t size = file.size();
+    std::u16string swapped;
+    if constexpr (std::endian::native == std::endian::big) {
+        swapped = text;
+        swapBytes(swapped);
+        text = swapped;
+    }
+    std::array<iovec, 2> parts{part(byteOrderMark.data(), byteOrderMark.size()),
+                               part(text.data(), text.size() * sizeof(char16_t))};
+    writeParts(file, path, size, std::span(parts).subspan(size == 0 ? 0 : 1));
+}
+
+struct CloseFolder {
+    void operator()(DIR* folder) const noexcept { closedir(folder); }
+};
+
+bool isNormalFile(DIR* folder, const dirent& entry) {
+    if (entry.d_type == DT_REG) return true;
+    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) return false;
+    struct stat status;
+    return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+}
+
+class PosixFiles final : public Files {
+public:
+    void appendText(Text fileName, Text text) override { platform::writeText(fileName, text, O_APPEND); }
+
+    void writeText(Text fileName, Text text) override { platform::writeText(fileName, text, O_TRUNC); }
+
+    std::u16string readText(Text fileName) override {
+        const Bytes bytes = platform::readBytes(fileName);
+        if (bytes.empty()) return {};
+        const bool marked = bytes.size() >= byteOrderMark.size() &&
+                            std::equal(byteOrderMark.begin(), byteOrderMark.end(), bytes.begin());
+        if (!marked || bytes.size() % sizeof(char16_t) != 0) {
+            throw runtimeError(RuntimeError::typeMismatch,
+                               std::u16string(fileName) +
+                                   u" is not UTF-16 text with a byte-order mark; restore the file or delete it");
+        }
+        std::u16string text(bytes.size() / sizeof(char16_t) - 1, u'\0');
+        std::memcpy(text.data(), bytes.data() + byteOrderMark.size(), text.size() * sizeof(char16_t));
+        if constexpr (std::endian::native == std::endian::big) swapBytes(text);
+        return text;
+    }
+
+    Bytes readBytes(Text fileName) override { return platform::readBytes(fileName); }
+
+    std::vector<std::u16string> list(Text pattern) override {
+        const Text folderName = folderOf(pattern);
+        const Text namePattern = pattern.substr(pattern.find_last_of(u"\\/") + 1);
+        const NativePath path(folderName.empty() ? u"." : folderName);
+        const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.c_str()));
+        if (!folder && errno != ENOENT && errno != ENOTDIR) throw fileError(errno, folderName);
+        std::vector<std::u16string> names;
+        while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+            std::u16string name = toUtf16(entry->d_name);
+            if (matchesWildcard(name, namePattern, false) && isNormalFile(folder.get(), *entry)) {
+                names.push_back(std::move(name));
+            }
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    void remove(Text fileName) override {
+        if (unlink(NativePath(fileName).c_str()) != 0) throw fileError(errno, fileName);
+    }
+};
+
+}  // namespace
+
+void writeBytes(Text fileName, std::string_view bytes) {
+    const NativePath path(fileName);
+    File file(path, fileName, O_WRONLY | O_TRUNC);
+    std::array<iovec, 1> parts{part(bytes.data(), bytes.size())};
+    writeParts(file, path, 0, parts);
+}
+
+Bytes readBytes(Text fileName) {
+    File file(NativePath(fileName), fileName, O_RDONLY);
+    constexpr std::size_t firstChunk = 1 << 16;
+    Bytes bytes;
+    std::size_t used = 0;
+    std::size_t count = 0;
+    do {
+        bytes.resize(used + std::max(firstChunk, used));
+        count = file.read(bytes.data() + used, bytes.size() - used);
+        used += count;
+    } while (count != 0);
+    bytes.resize(used);
+    return bytes;
+}
+
+std::shared_ptr<Files> makeFiles() { return std::make_shared<PosixFiles>(); }
+
+}  // namespace quill1xml::platform

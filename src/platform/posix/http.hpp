@@ -1,0 +1,38 @@
+// HTTP over libcurl.
+#pragma once
+
+#include "platform/platform.hpp"
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+
+namespace quill1xml::platform {
+
+/// When a transfer is given up.
+struct HttpLimits {
+    std::chrono::seconds connect{30};             ///< until the connection stands
+    std::chrono::seconds silence{300};            ///< without a byte in either direction
+    std::size_t replyBytes = 256u * 1024 * 1024;  ///< of a reply's body
+};
+
+/// Speaks HTTP and HTTPS alone, checks certificates, and follows at most 5 redirects.
+class CurlHttp final : public Http {
+public:
+    explicit CurlHttp(HttpLimits limits = {});
+
+    HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
+
+    /// Fetches a URL; fails as post does.
+    HttpReply get(Text url);
+
+private:
+    HttpReply transfer(Text url, const std::function<void(void* handle)>& prepare);
+
+    HttpLimits limits_;
+};
+
+/// An http or https URL as it may be shown: without credentials and query. Throws error 5 for anything else.
+std::u16string printableUrl(Text url);
+
+}  // namespace quill1xml::platform

@@ -1,0 +1,183 @@
+#include "platform/posix/xml_document.hpp"
+
+#include "platform/posix/files.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+#include <new>
+
+#include <libxml/xmlsave.h>
+
+namespace quill1xml::platform {
+namespace {
+
+struct Tree {
+    TreeOwner document;
+    std::shared_ptr<const XsdSchema> schema;
+    std::u16string url;
+};
+
+/// Names are ASCII nearly always, and every reading of an attribute compares some: no conversion then.
+bool sameText(Text text, const xmlChar* utf8) {
+    const xmlChar* c = utf8;
+    for (const char16_t unit : text) {
+        if (unit >= 0x80) return toUtf8(text) == view(utf8);
+        if (unit != *c || unit == 0) return false;
+        ++c;
+    }
+    return *c == 0;
+}
+
+bool hasName(Text name, const xmlChar* localName, const xmlNs* space) {
+    if (space == nullptr || space->prefix == nullptr) return sameText(name, localName);
+    const std::size_t colon = name.find(u':');
+    return colon != Text::npos && sameText(name.substr(0, colon), space->prefix) &&
+           sameText(name.substr(colon + 1), localName);
+}
+
+/// Values are ASCII mostly, which only needs widening.
+std::u16string widen(std::string_view utf8) {
+    const bool ascii =
+        std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return ascii ? std::u16string(utf8.begin(), utf8.end()) : toUtf16(utf8);
+}
+
+std::optional<std::u16string> namespaceDeclaration(const xmlNode* element, Text name) {
+    constexpr Text declaration = u"xmlns";
+    if (!name.starts_with(declaration)) return std::nullopt;
+    for (const xmlNs* space = element->nsDef; space != nullptr; space = space->next) {
+        const Text rest = name.substr(declaration.size());
+        const bool found =
+            space->prefix == nullptr ? rest.empty() : rest.starts_with(u':') && sameText(rest.substr(1), space->prefix);
+        if (found) return widen(space->href == nullptr ? std::string_view{} : view(space->href));
+    }
+    return std::nullopt;
+}
+
+class XmlElement final : public Element {
+public:
+    XmlElement(std::shared_ptr<const Tree> tree, const xmlNode* node) : tree_(std::move(tree)), node_(node) {}
+
+    std::optional<std::u16string> attribute(Text name) const override {
+        for (const xmlAttr* attribute = node_->properties; attribute != nullptr; attribute = attribute->next) {
+            if (!hasName(name, attribute->name, attribute->ns)) continue;
+            // Without entities of its own a document has one text node for a value, none for an empty one.
+            return attribute->children == nullptr ? std::u16string{} : widen(view(attribute->children->content));
+        }
+        return namespaceDeclaration(node_, name);
+    }
+
+    std::vector<std::shared_ptr<Element>> children(Text name) const override;
+
+private:
+    std::shared_ptr<const Tree> tree_;
+    const xmlNode* node_;
+};
+
+bool isElement(const xmlNode* node, Text name) {
+    return node->type == XML_ELEMENT_NODE && hasName(name, node->name, node->ns);
+}
+
+void appendChildren(std::vector<const xmlNode*>& out, const xmlNode* parent, Text name) {
+    for (const xmlNode* node = parent->children; node != nullptr; node = node->next) {
+        if (isElement(node, name)) out.push_back(node);
+    }
+}
+
+std::vector<std::shared_ptr<Element>> wrap(const std::shared_ptr<const Tree>& tree,
+                                           const std::vector<const xmlNode*>& nodes) {
+    std::vector<std::shared_ptr<Element>> elements;
+    elements.reserve(nodes.size());
+    for (const xmlNode* node : nodes) elements.push_back(std::make_shared<XmlElement>(tree, node));
+    return elements;
+}
+
+std::vector<std::shared_ptr<Element>> XmlElement::children(Text name) const {
+    std::vector<const xmlNode*> nodes;
+    appendChildren(nodes, node_, name);
+    return wrap(tree_, nodes);
+}
+
+struct FreeOutput {
+    void operator()(xmlBuffer* buffer) const noexcept { xmlBufferFree(buffer); }
+};
+
+/// The tree's text in an encoding. Throws error 440 when the encoding is not known or lacks a character of a name.
+std::string serialise(xmlDoc* document, const char* encoding, int options) {
+    const std::unique_ptr<xmlBuffer, FreeOutput> buffer(xmlBufferCreate());
+    if (!buffer) throw std::bad_alloc();
+    xmlSaveCtxt* const output = xmlSaveToBuffer(buffer.get(), encoding, options | XML_SAVE_AS_XML);
+    const bool known = output != nullptr;
+    const bool written = known && xmlSaveDoc(output, document) >= 0;
+    const bool closed = known && xmlSaveClose(output) >= 0;
+    if (!written || !closed) {
+        throw runtimeError(RuntimeError::automationError,
+                           u"the document cannot be written in the encoding " + toUtf16(encoding));
+    }
+    return {reinterpret_cast<const char*>(xmlBufferContent(buffer.get())),
+            static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
+}
+
+/// The document in UTF-8, with its XML declaration where it has one but without an encoding in it.
+std::string withoutEncoding(xmlDoc* document) {
+    constexpr int noDeclaration = -1;
+    const int standalone = document->standalone;
+    std::string text;
+    if (standalone != noDeclaration) {
+        text.append("<?xml version=\"").append(view(document->version)).append("\"");
+        if (standalone >= 0) text += standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
+        text += "?>\n";
+    }
+    return text + serialise(document, "UTF-8", XML_SAVE_NO_DECL);
+}
+
+class XmlDocument final : public Document {
+public:
+    explicit XmlDocument(std::shared_ptr<const Tree> tree) : tree_(std::move(tree)) {}
+
+    std::shared_ptr<Element> root() const override { return std::make_shared<XmlElement>(tree_, rootNode()); }
+
+    std::vector<std::shared_ptr<Element>> select(Text path) const override {
+        std::size_t slash = path.find(u'/');
+        std::vector<const xmlNode*> level;
+        if (isElement(rootNode(), path.substr(0, slash))) level.push_back(rootNode());
+        while (slash != Text::npos) {
+            path.remove_prefix(slash + 1);
+            slash = path.find(u'/');
+            std::vector<const xmlNode*> next;
+            for (const xmlNode* node : level) appendChildren(next, node, path.substr(0, slash));
+            level = std::move(next);
+        }
+        return wrap(tree_, level);
+    }
+
+    std::u16string xml() const override { return toUtf16(withoutEncoding(document())); }
+
+    void save(Text fileName) const override {
+        const xmlChar* encoding = document()->encoding;
+        writeBytes(fileName, encoding == nullptr ? withoutEncoding(document())
+                                                 : serialise(document(), reinterpret_cast<const char*>(encoding), 0));
+    }
+
+    ParseError validate() override {
+        if (!tree_->schema) return {};
+        ParseError error = tree_->schema->validate(document());
+        if (error) error.url = tree_->url;
+        return error;
+    }
+
+private:
+    xmlDoc* document() const { return tree_->document.get(); }
+    const xmlNode* rootNode() const { return xmlDocGetRootElement(document()); }
+
+    std::shared_ptr<const Tree> tree_;
+};
+
+}  // namespace
+
+std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url) {
+    return std::make_unique<XmlDocument>(
+        std::make_shared<const Tree>(std::move(tree), std::move(schema), std::u16string(url)));
+}
+
+}  // namespace quill1xml::platform

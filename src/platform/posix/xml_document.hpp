@@ -1,0 +1,11 @@
+// Documents of libxml2.
+#pragma once
+
+#include "platform/posix/xml_schema.hpp"
+
+namespace quill1xml::platform {
+
+/// Wraps a tree. The URL is where it came from, for the errors of validation; the schema may be null.
+std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url);
+
+}  // namespace quill1xml::platform

@@ -1,0 +1,190 @@
+#include "platform/platform.hpp"
+#include "support/expect_error.hpp"
+#include "support/loopback_server.hpp"
+#include "support/temp_folder.hpp"
+#include "support/text_printer.hpp"
+
+#include <gtest/gtest.h>
+
+namespace quill1xml::platform {
+namespace {
+
+using testing::expectError;
+using testing::httpReply;
+using testing::LoopbackServer;
+using testing::utf8;
+
+class PosixXmlTest : public ::testing::Test {
+protected:
+    ParseError failure(Text text) {
+        ParseError error;
+        EXPECT_FALSE(xml_->parse(text, nullptr, error));
+        return error;
+    }
+
+    std::shared_ptr<Xml> xml_ = systemEnvironment().xml;
+    testing::TempFolder folder_;
+};
+
+TEST_F(PosixXmlTest, ErrorsSayWhere) {
+    // Positions are those just behind what the parser took in before it gave up.
+    const struct {
+        Text text;
+        Long line;
+        Long linePosition;
+        Long filePosition;
+        Text sourceText;
+    } cases[] = {
+        {u"<a>\n<b x=1/></a>", 2, 6, 9, u"<b x=1/></a>"},
+        {u"<a>\r\n<\u00E9\U0001F4A1></a>", 2, 9, 14, u"<\u00E9\U0001F4A1></a>"},
+        {u"<a>\n\n <b></c></a>", 3, 9, 13, u" <b></c></a>"},
+        {u"<a>&none;</a>", 1, 10, 9, u"<a>&none;</a>"},
+        {u"<a/>\n?", 2, 1, 5, u"?"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(utf8(c.text));
+        const ParseError error = failure(c.text);
+        EXPECT_EQ(error.line, c.line);
+        EXPECT_EQ(error.linePosition, c.linePosition);
+        EXPECT_EQ(error.filePosition, c.filePosition);
+        EXPECT_EQ(error.sourceText, c.sourceText);
+        EXPECT_EQ(error.url, u"");
+    }
+    const std::u16string longLine = u"<a>" + std::u16string(5000, u'\u00E9') + u"< " + std::u16string(5000, u'\u00E9');
+    EXPECT_EQ(failure(longLine + u"\n").sourceText.size(), 100u);  // 100 bytes on either side
+    EXPECT_EQ(failure(std::u16string(70'000, u'\n') + u"<a><").line, 70'001);
+}
+
+TEST_F(PosixXmlTest, DepthIsBoundedAndSizeIsNot) {
+    const auto nested = [](int depth) {
+        std::u16string text;
+        for (int i = 0; i < depth; ++i) text += u"<a>";
+        for (int i = 0; i < depth; ++i) text += u"</a>";
+        return text;
+    };
+    ParseError error;
+    EXPECT_TRUE(xml_->parse(nested(256), nullptr, error)) << utf8(error.reason);
+    EXPECT_EQ(failure(nested(257)).reason, u"Elements are nested more than 256 levels deep");
+
+    const std::u16string image(11'000'000, u'A');
+    const auto document = xml_->parse(u"<a x='" + image + u"'>" + image + u"</a>", nullptr, error);
+    ASSERT_TRUE(document) << utf8(error.reason);
+    EXPECT_TRUE(document->root()->attribute(u"x") == image);
+}
+
+TEST_F(PosixXmlTest, DocumentTypesBringNothingIn) {
+    EXPECT_EQ(failure(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>").reason, u"Entity declarations are not accepted");
+    EXPECT_EQ(failure(u"<!DOCTYPE a [<!ATTLIST a x CDATA 'x'>]><a/>").reason, u"Default attributes are not accepted");
+
+    LoopbackServer server([](const std::string&) { return httpReply("200 OK", "", "<!ENTITY e 'x'>"); });
+    const std::u16string type = u"<!DOCTYPE a SYSTEM 'http://" + server.address() + u"/a.dtd'>";
+    ParseError error;
+    EXPECT_TRUE(xml_->parse(type + u"<a/>", nullptr, error)) << utf8(error.reason);
+    failure(type + u"<a>&e;</a>");
+    failure(type + u"<a x='&e;'/>");
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(PosixXmlTest, FilesMayUseAnyKnownEncoding) {
+    const struct {
+        std::string bytes;
+        bool loads;
+    } cases[] = {
+        {"<?xml version='1.0' encoding='iso-8859-15'?><a x='\xA4'/>", true},
+        {"<?xml version='1.0' encoding='shift_jis'?><a x='\xA4'/>", true},
+        {"<?xml version='1.0' encoding='klingon'?><a/>", false},
+        {std::string("<a/>\0<b", 7), false},
+    };
+    for (const auto& c : cases) {
+        ParseError error;
+        EXPECT_EQ(xml_->load(folder_.create(u"file.xml", c.bytes), nullptr, error) != nullptr, c.loads) << c.bytes;
+        EXPECT_EQ(static_cast<bool>(error), !c.loads) << c.bytes;
+    }
+}
+
+TEST_F(PosixXmlTest, SerialisedTextKeepsTheDeclarationWithoutEncoding) {
+    const struct {
+        Text text;
+        Text expected;
+    } cases[] = {
+        {u"<a>\n <b/></a>", u"<a>\n <b/></a>\n"},
+        {u"<?xml version='1.0' encoding='UTF-16'?><a/>", u"<?xml version=\"1.0\"?>\n<a/>\n"},
+        {u"<?xml version='1.0' standalone='yes'?><a/>", u"<?xml version=\"1.0\" standalone=\"yes\"?>\n<a/>\n"},
+    };
+    for (const auto& c : cases) {
+        ParseError error;
+        const auto document = xml_->parse(c.text, nullptr, error);
+        ASSERT_TRUE(document);
+        EXPECT_EQ(document->xml(), c.expected);
+    }
+}
+
+constexpr const char* rowsSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema" targetNamespace="WebStore"
+    elementFormDefault="qualified">
+  <xs:element name="Store"><xs:complexType><xs:sequence>
+    <xs:element name="Row" maxOccurs="unbounded"><xs:complexType>
+      <xs:attribute name="n" type="xs:int"/>
+    </xs:complexType></xs:element>
+  </xs:sequence></xs:complexType></xs:element>
+</xs:schema>)";
+
+TEST_F(PosixXmlTest, ValidationErrorsSayWhere) {
+    const auto schema = xml_->loadSchema(folder_.create(u"rows.xsd", rowsSchema));
+    std::string text = "<Store xmlns='WebStore'>\n";
+    for (int line = 2; line <= 100'000; ++line) text += line == 70'000 ? "<Row n='seventy'/>\n" : "<Row n='1'/>\n";
+    const std::u16string name = folder_.create(u"rows.xml", text + "</Store>");
+    ParseError error;
+    const auto document = xml_->load(name, schema, error);
+    ASSERT_TRUE(document);
+    error = document->validate();
+    EXPECT_EQ(error.line, 70'000);
+    EXPECT_NE(error.reason.find(u"seventy"), std::u16string::npos) << utf8(error.reason);
+    EXPECT_NE(error.sourceText.find(u"n=\"seventy\""), std::u16string::npos) << utf8(error.sourceText);
+    EXPECT_EQ(error.url, name);
+}
+
+TEST_F(PosixXmlTest, DocumentsDoNotChooseTheirSchema) {
+    const auto schema = xml_->loadSchema(folder_.create(u"rows.xsd", rowsSchema));
+    const std::u16string other = folder_.create(
+        u"other.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='Other'/></xs:schema>");
+    ParseError error;
+    const auto document = xml_->parse(
+        u"<Other xmlns:i='http://www.w3.org/2001/XMLSchema-instance' "
+        u"i:noNamespaceSchemaLocation='" +
+            folder_.path().u16string() + u"/other.xsd'/>",
+        schema, error);
+    EXPECT_NE(document->validate().code, 0);
+}
+
+TEST_F(PosixXmlTest, SchemasComeFromFilesAndUrls) {
+    LoopbackServer server([](const std::string& request) {
+        return request.starts_with("GET /rows.xsd?") ? httpReply("200 OK", "", rowsSchema)
+                                                     : httpReply("404 Not Found", "", rowsSchema);
+    });
+    folder_.create(u"rows \u00E9.xsd", rowsSchema);
+    const std::u16string path = folder_.path().u16string();
+    for (const std::u16string& location :
+         {path + u"/rows \u00E9.xsd", u"file://" + path + u"/rows%20%c3%A9.xsd",
+          u"FILE://localhost" + path + u"/rows \u00E9.xsd", u"HTTP://" + server.address() + u"/rows.xsd?v=1"}) {
+        ParseError error;
+        const auto document =
+            xml_->parse(u"<Store xmlns='WebStore'><Row n='x'/></Store>", xml_->loadSchema(location), error);
+        EXPECT_NE(document->validate().code, 0) << utf8(location);
+    }
+    expectError([&] { xml_->loadSchema(u"file://" + path + u"/none.xsd"); }, 53, path + u"/none.xsd");
+    expectError([&] { xml_->loadSchema(u"http://u:secret@" + server.address() + u"/none.xsd"); }, 53,
+                u": http://" + server.address() + u"/none.xsd");
+}
+
+TEST_F(PosixXmlTest, ASchemaStandsAlone) {
+    folder_.create(u"rows.xsd", rowsSchema);
+    const std::u16string name =
+        folder_.create(u"outer.xsd",
+                       "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' targetNamespace='WebStore'>\n"
+                       "<xs:include schemaLocation='rows.xsd'/></xs:schema>");
+    expectError([&] { xml_->loadSchema(name); }, applicationError, u"another schema document");
+    expectError([&] { xml_->loadSchema(name); }, applicationError, u"(line 2)");
+}
+
+}  // namespace
+}  // namespace quill1xml::platform
