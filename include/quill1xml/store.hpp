@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quill1xml {
 
@@ -17,6 +18,12 @@ struct Environment;
 namespace store {
 struct State;
 }
+
+/// What a Send from memory would do with the packet files of a store, by file name without folder.
+struct PendingPackets {
+    std::vector<std::u16string> toSend;          ///< in the order of sending
+    std::vector<std::u16string> toDeleteUnsent;  ///< a gap in the numbers, or a kind that Send does not know
+};
 
 /// One publishing job: settings, packet files and sending. One object serves one job and one thread.
 ///
@@ -39,6 +46,9 @@ public:
 
     /// Sets who hears of uploaded packets; an empty function for nobody. An exception of the listener ends Send.
     void onPacketUploaded(PacketUploaded listener);
+
+    /// Looks at the packet files on disk. Throws when the folder cannot be read.
+    PendingPackets pendingPackets() const;
 
 #define METHOD(dispid, Result, Name, summary, ...) Result Name(const arguments::Name& arguments = {});
 #include "quill1xml/methods/all.def"

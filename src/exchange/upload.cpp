@@ -1,5 +1,6 @@
 // Send: posts packets and documents and reads the receipts.
 
+#include "exchange/pending.hpp"
 #include "exchange/receipt.hpp"
 #include "exchange/send_order.hpp"
 #include "quill1xml/text.hpp"
@@ -57,14 +58,6 @@ Long sendFile(State& state, Text destinationUrl, DocumentSource source, Text sou
     });
 }
 
-/// The bare name of a packet file, empty when there is none.
-std::u16string findPacket(const State& state, Text kind, Integer packet) {
-    std::u16string name = u"WebStore" + std::u16string(kind);
-    appendInteger(name, packet);
-    const auto found = state.environment.files->list(tempFileName(state, name));
-    return found.empty() ? std::u16string() : found.front();
-}
-
 void sendPacket(State& state, const arguments::SendTempFile& arguments, const std::u16string& name) {
     const std::u16string content = state.environment.files->readText(state.tempFilePath + name);
     if (trimBlanks(content, u" \t\r\n").empty()) return;
@@ -84,7 +77,7 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
 
 void bodies::SendTempFile(State& state, const arguments::SendTempFile& arguments) {
     Integer packet = 1;
-    for (std::u16string name; !(name = findPacket(state, arguments.strTempFile, packet)).empty(); ++packet) {
+    for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty(); ++packet) {
         sendPacket(state, arguments, name);
         if (packet == std::numeric_limits<Integer>::max()) throw runtimeError(RuntimeError::overflow);
     }

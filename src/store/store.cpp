@@ -1,5 +1,6 @@
 #include "quill1xml/store.hpp"
 
+#include "exchange/pending.hpp"
 #include "store/methods.hpp"
 
 #include <utility>
@@ -13,6 +14,8 @@ Store::Store(platform::Environment environment) : state_(std::make_unique<store:
 Store::~Store() = default;
 
 void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded = std::move(listener); }
+
+PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
 #define METHOD(dispid, Result, Name, summary, ...) \
     Result Store::Name(const arguments::Name& arguments) { return store::methods::Name(*state_, arguments); }

@@ -1,0 +1,221 @@
+#include "automation/manual.hpp"
+
+#include "automation/catalogue.hpp"
+#include "quill1xml/text.hpp"
+#include "records/record.hpp"
+#include "text/date.hpp"
+#include "text/numbers.hpp"
+
+#include <limits>
+
+namespace quill1xml::automation {
+namespace {
+
+using records::Condition;
+using records::Record;
+using records::ResolvedTest;
+using records::Row;
+using records::RowKind;
+using records::Test;
+
+constexpr std::string_view introduction = R"(# Quill1XML reference
+
+One `Store` object serves one publishing job. Its packet numbers go on after `Send`: a second job on the same object
+would start at a number that `Send` does not look for, and its cleanup would delete those packets unsent. Create a new
+`Store` for every job.
+
+A job runs so: `SetTempFilePath`, `SetPacketSize`, `Create`, `AddAdditionalParameters`, `AddEnvelope`, then the records
+in any order, then `Send`. `Send` posts the kinds it knows; quotations and product images are not among them, and its
+cleanup deletes their files: post them first with `SendTempFile`.
+
+Every failure is written to the event log and raised with a number, a source and a description. A value that does not
+meet the condition of its attribute leaves the attribute out without an error; only the refusals listed raise one.
+
+Number text is the general form with the separator of the user's settings (12.5). Str text always has a point, a blank
+or a minus sign in front and no zero before the point (" .5"). Date text is yyyy-MM-ddThh:mm:ss. Escaped text has &,
+quotes, < and > as references. Lengths count UTF-16 units. A text parameter counts as given unless it is exactly
+"StringDefault".
+
+)";
+
+std::string code(std::string_view text) { return std::string("`").append(text).append("`"); }
+
+std::string numberText(double value) {
+    std::u16string text;
+    appendNumberText(text, value, u".");
+    return toUtf8(text);
+}
+
+/// Cells of a Markdown table must not hold a bar.
+std::string cell(std::string text) {
+    for (std::size_t i = 0; (i = text.find('|', i)) != std::string::npos; i += 2) text.insert(i, 1, '\\');
+    return text;
+}
+
+std::string defaultText(const Member& member, const Parameter& parameter) {
+    if (parameter.required) return "required";
+    switch (parameter.type) {
+        case Type::text:
+        case Type::variantText:
+            return "\"" + toUtf8(defaultOf<Text>(member, parameter)) + "\"";
+        case Type::integer:
+        case Type::variantInteger:
+            return std::to_string(defaultOf<Integer>(member, parameter));
+        case Type::longInteger:
+            return std::to_string(defaultOf<Long>(member, parameter));
+        case Type::floating:
+            return numberText(defaultOf<Double>(member, parameter));
+        case Type::boolean:
+            return defaultOf<Boolean>(member, parameter) ? "True" : "False";
+        case Type::date:
+            return "the zero date";
+        case Type::currency:
+            return "0";
+    }
+    return {};
+}
+
+std::string lengthText(const Test& test) {
+    const bool open = test.maximum == std::numeric_limits<std::uint32_t>::max();
+    if (open) return "not empty";
+    if (test.minimum == test.maximum) return "exactly " + std::to_string(test.maximum) + " characters";
+    if (test.minimum == 0) return "at most " + std::to_string(test.maximum) + " characters";
+    return std::to_string(test.minimum) + " to " + std::to_string(test.maximum) + " characters";
+}
+
+std::string testText(const Test& test) {
+    switch (test.kind) {
+        case Test::Kind::notDefault:
+            return "given";
+        case Test::Kind::length:
+            return lengthText(test);
+        case Test::Kind::oneOf: {
+            std::string words;
+            for (const auto word : test.words) {
+                words.append(words.empty() ? "one of " : ", ").append("\"").append(toUtf8(word)).append("\"");
+            }
+            return words;
+        }
+        case Test::Kind::notBlank:
+            return "not blank";
+        case Test::Kind::imageName:
+            return "ends in .gif, .jpg or .jpeg";
+        case Test::Kind::range:
+            if (test.high == std::numeric_limits<double>::infinity()) return numberText(test.low) + " or more";
+            return numberText(test.low) + " to " + numberText(test.high);
+        case Test::Kind::above:
+            return "above " + numberText(test.low);
+        case Test::Kind::otherThan:
+            return "not " + numberText(test.low);
+        case Test::Kind::notLowest:
+            return "not the most negative number";
+        case Test::Kind::given:
+            return "given";
+        case Test::Kind::isTrue:
+            return "True";
+        case Test::Kind::isFalse:
+            return "False";
+        case Test::Kind::notBefore:
+            return "not before " + code(test.other);
+    }
+    return {};
+}
+
+std::string conditionText(const Row& row) {
+    std::string text;
+    for (const ResolvedTest& resolved : row.conditions()) {
+        if (!text.empty()) text += row.any ? " or " : " and ";
+        if (!resolved.test.parameter.empty()) text += code(resolved.test.parameter) + " is ";
+        text += testText(resolved.test);
+    }
+    switch (row.kind) {
+        case RowKind::key:
+            return "always; must be " + text;
+        case RowKind::otherwise:
+            return text.empty() ? "otherwise" : "otherwise, when " + text;
+        default:
+            return text.empty() ? "always" : text;
+    }
+}
+
+std::string parameterAt(std::span<const Parameter> parameters, records::Field field) {
+    if (!field.present) return {};
+    for (const Parameter& parameter : parameters) {
+        if (parameter.offset == field.offset) return code(parameter.name);
+    }
+    return {};
+}
+
+void appendRecord(std::string& out, const Record& record) {
+    out += "Writes the element " + code(toUtf8(record.element));
+    if (!record.shape.parent.empty()) out += " inside " + code(toUtf8(record.shape.parent));
+    out += ".\n\n| Attribute | From | Written when | As |\n|---|---|---|---|\n";
+    for (const Row& row : record.rows) {
+        if (!row.writes()) continue;
+        const std::string rendering =
+            row.rendering != nullptr ? std::string(row.rendering->description) : "\"" + toUtf8(row.fixed) + "\"";
+        out += "| " + code(toUtf8(row.name.view())) + " | " + parameterAt(record.parameters, row.field) + " | " +
+               cell(conditionText(row)) + " | " + rendering + " |\n";
+    }
+    out += "\n";
+    for (const Row& row : record.rows) {
+        if (row.message.empty()) continue;
+        const std::string source = toUtf8(row.source.empty() ? record.source() : std::u16string(row.source));
+        out += "Refused with \"" + toUtf8(row.message) + "\" (source " + source + ").\n\n";
+    }
+}
+
+std::string_view resultName(ResultType result) {
+    switch (result) {
+        case ResultType::nothing:
+            return "";
+        case ResultType::longInteger:
+            return "Long";
+        case ResultType::text:
+            return "Text";
+        case ResultType::bytes:
+            return "Bytes";
+    }
+    return "";
+}
+
+void appendMember(std::string& out, const Member& member) {
+    out += "### " + std::string(member.name) + "\n\n" + std::string(member.summary) + "\n\n";
+    if (member.result != ResultType::nothing) {
+        out += (member.kind == MemberKind::propertyGet ? "Read-only property: " : "Returns: ") +
+               std::string(resultName(member.result)) + ".\n\n";
+    }
+    if (!member.parameters.empty()) {
+        out += "| Parameter | Type | Default |\n|---|---|---|\n";
+        for (const Parameter& parameter : member.parameters) {
+            out += "| " + code(parameter.name) + " | " +
+                   std::string(typeNames[static_cast<std::size_t>(parameter.type)]) + " | " +
+                   cell(defaultText(member, parameter)) + " |\n";
+        }
+        out += "\n";
+    }
+    if (member.record != nullptr) appendRecord(out, *member.record);
+}
+
+void appendEvent(std::string& out, const Event& event) {
+    out += "### Event " + std::string(event.name) + "\n\n" + std::string(event.summary) + "\n\n";
+    for (const Parameter& parameter : event.parameters) {
+        out += "- " + code(parameter.name) + ": " + std::string(typeNames[static_cast<std::size_t>(parameter.type)]) +
+               "\n";
+    }
+    out += "\n";
+}
+
+}  // namespace
+
+std::string manual() {
+    std::string out(introduction);
+    for (const Class* each : classes()) {
+        out += "## " + std::string(each->name) + "\n\n" + std::string(each->summary) + "\n\n";
+        for (const Event& event : each->events) appendEvent(out, event);
+        for (const Member& member : each->members) appendMember(out, member);
+    }
+    return out;
+}
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,11 @@
+// The reference manual, derived from the declarations.
+#pragma once
+
+#include <string>
+
+namespace quill1xml::automation {
+
+/// The manual in Markdown, UTF-8: every class, member, parameter, default, attribute, condition, limit and message.
+std::string manual();
+
+}  // namespace quill1xml::automation
