@@ -1,9 +1,17 @@
+#include "platform/platform.hpp"
 #include "platform/windows/com_support.hpp"
+#include "platform/windows/errors.hpp"
+#include "support/expect_error.hpp"
+#include "support/temp_folder.hpp"
 
 #include <gtest/gtest.h>
 
-namespace quill1xml::com {
+namespace quill1xml {
 namespace {
+
+using com::Bstr;
+using com::ComPtr;
+using com::Variant;
 
 /// The suite runs in one apartment, as a host would.
 class Apartment : public ::testing::Environment {
@@ -14,5 +22,129 @@ public:
 
 [[maybe_unused]] const auto* const apartment = ::testing::AddGlobalTestEnvironment(new Apartment);
 
+/// What an owner needs of an interface.
+struct Counting {
+    ULONG count = 0;
+    ULONG AddRef() { return ++count; }
+    ULONG Release() { return --count; }
+};
+
+TEST(ComPtr, CountsAreBalanced) {
+    Counting object;
+    {
+        ComPtr<Counting> first(&object);
+        ComPtr<Counting> second = first;
+        EXPECT_EQ(object.count, 2u);
+        ComPtr<Counting> moved = std::move(second);
+        EXPECT_EQ(object.count, 2u);
+        second = first;
+        EXPECT_EQ(object.count, 3u);
+        *moved.put() = first.detach();
+        EXPECT_EQ(object.count, 2u);
+        const auto attached = ComPtr<Counting>::attach(moved.detach());
+        EXPECT_FALSE(moved);
+        EXPECT_EQ(object.count, 2u);
+    }
+    EXPECT_EQ(object.count, 0u);
+}
+
+ULONG countOf(IUnknown* object) {
+    object->AddRef();
+    return object->Release();
+}
+
+TEST(ComPtr, OtherInterfacesAndVariantsTakeCountsOfTheirOwn) {
+    ComPtr<ICreateErrorInfo> object;
+    ASSERT_EQ(CreateErrorInfo(object.put()), S_OK);
+    {
+        const auto info = com::query<IErrorInfo>(object.get(), IID_IErrorInfo);
+        EXPECT_EQ(countOf(object.get()), 2u);
+        Variant variant(static_cast<IUnknown*>(object.get()));
+        EXPECT_EQ(countOf(object.get()), 3u);
+        variant.put();
+        EXPECT_EQ(countOf(object.get()), 2u);
+    }
+    EXPECT_EQ(countOf(object.get()), 1u);
+    EXPECT_FALSE(com::query<IDispatch>(object.get(), IID_IDispatch));
+    EXPECT_FALSE(com::query<IDispatch>(nullptr, IID_IDispatch));
+}
+
+TEST(ComText, NullCharactersAndNothingAreKept) {
+    const Text text(u"a\0b", 3);
+    EXPECT_EQ(Bstr(text).text(), text);
+    EXPECT_EQ(Bstr().text(), u"");
+    EXPECT_EQ(Bstr(u"").text(), u"");
+    const std::string bytes("\0\xFF", 2);
+    EXPECT_EQ(Variant::ofBytes(std::as_bytes(std::span(bytes))).bytes(), bytes);
+    EXPECT_EQ(Variant::ofBytes({}).bytes(), "");
+    EXPECT_EQ(Variant(text).bytes(), "");
+}
+
+TEST(SystemErrors, BecomeTheNumbersThatHostsKnow) {
+    const struct {
+        HRESULT result;
+        std::int32_t number;
+    } cases[] = {
+        {HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), 53},
+        {HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND), 76},
+        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), 70},
+        {HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION), 70},
+        {HRESULT_FROM_WIN32(ERROR_DISK_FULL), 61},
+        {HRESULT_FROM_WIN32(ERROR_TOO_MANY_OPEN_FILES), 67},
+        {HRESULT_FROM_WIN32(ERROR_INVALID_NAME), 75},
+        {static_cast<HRESULT>(0x800A000D), 13},
+        {E_FAIL, E_FAIL},
+        {DISP_E_TYPEMISMATCH, DISP_E_TYPEMISMATCH},
+    };
+    for (const auto& c : cases) {
+        testing::expectError([&] { platform::check(c.result, u"the subject"); }, c.number, u"the subject");
+    }
+    EXPECT_EQ(platform::errorOf(E_OUTOFMEMORY).number(), 7);
+    EXPECT_NO_THROW(platform::check(S_FALSE));
+}
+
+TEST(SystemErrors, AnObjectExplainsItsFailureOnce) {
+    ComPtr<ICreateErrorInfo> creator;
+    ASSERT_EQ(CreateErrorInfo(creator.put()), S_OK);
+    creator->SetSource(Bstr(u"parser").get());
+    creator->SetDescription(Bstr(u"Too many angles").get());
+    SetErrorInfo(0, com::query<IErrorInfo>(creator.get(), IID_IErrorInfo).get());
+
+    const Error told = platform::errorOf(E_FAIL);
+    EXPECT_EQ(told.source(), u"parser");
+    EXPECT_EQ(told.description(), u"Too many angles");
+    EXPECT_NE(platform::errorOf(E_FAIL).description(), u"Too many angles");
+}
+
+TEST(WindowsFiles, AFileInUseIsDenied) {
+    const testing::TempFolder folder;
+    const std::u16string name = folder.create(u"used", "x");
+    const HANDLE other = CreateFileW(com::wide(name.c_str()), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(other, INVALID_HANDLE_VALUE);
+    const auto files = platform::systemEnvironment().files;
+    testing::expectError([&] { files->appendText(name, u"y"); }, 70, name);
+    testing::expectError([&] { files->readText(name); }, 70, name);
+    testing::expectError([&] { files->remove(name); }, 70, name);
+    CloseHandle(other);
+    EXPECT_EQ(folder.bytes(u"used"), "x");
+}
+
+TEST(WindowsFiles, HiddenFilesAndShortNamesAreNotListed) {
+    const testing::TempFolder folder;
+    folder.create(u"a.tmp", "");
+    folder.create(u"b.TMP", "");
+    folder.create(u"c.tmpold", "");
+    SetFileAttributesW(com::wide(folder.create(u"d.tmp", "").c_str()), FILE_ATTRIBUTE_HIDDEN);
+    const auto names = platform::systemEnvironment().files->list(folder.name(u"*.tmp"));
+    EXPECT_EQ(names, (std::vector<std::u16string>{u"a.tmp", u"b.TMP"}));
+}
+
+TEST(WindowsSystem, ATimeThatRoundsToMidnightIsLeftOut) {
+    const auto system = platform::systemEnvironment().system;
+    constexpr double day = 44'000;
+    EXPECT_EQ(system->generalDate({day + 0.999999}), system->generalDate({day + 1}));
+    EXPECT_TRUE(system->generalDate({day + 0.75}).starts_with(system->generalDate({day}) + u" "));
+}
+
 }  // namespace
-}  // namespace quill1xml::com
+}  // namespace quill1xml

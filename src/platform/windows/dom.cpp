@@ -1,0 +1,78 @@
+#include "platform/windows/dom.hpp"
+
+#include "platform/windows/errors.hpp"
+
+namespace quill1xml::platform {
+namespace {
+
+/// The default namespace that an element declares, for versions that do not list it among the attributes.
+std::optional<std::u16string> unlistedNamespace(IXMLDOMElement* element) {
+    com::ComPtr<IXMLDOMNode> parent;
+    com::Bstr prefix;
+    com::Bstr own;
+    com::Bstr inherited;
+    check(element->get_parentNode(parent.put()));
+    check(element->get_prefix(prefix.put()));
+    check(element->get_namespaceURI(own.put()));
+    if (parent) check(parent->get_namespaceURI(inherited.put()));
+    if (!prefix.text().empty() || own.text() == inherited.text()) return std::nullopt;
+    return std::u16string(own.text());
+}
+
+class DomElement final : public Element {
+public:
+    explicit DomElement(com::ComPtr<IXMLDOMElement> element) : element_(std::move(element)) {}
+
+    std::optional<std::u16string> attribute(Text name) const override {
+        com::Variant value;
+        check(element_->getAttribute(com::Bstr(name).get(), value.put()));
+        if (value->vt != VT_BSTR) return name == u"xmlns" ? unlistedNamespace(element_.get()) : std::nullopt;
+        return std::u16string(com::asText(value->bstrVal, SysStringLen(value->bstrVal)));
+    }
+
+    std::vector<std::shared_ptr<Element>> children(Text name) const override {
+        std::vector<std::shared_ptr<Element>> result;
+        for (const auto& node : childElements(element_.get())) {
+            if (hasName(node.get(), name)) result.push_back(wrapNode(node.get()));
+        }
+        return result;
+    }
+
+    IXMLDOMNode* node() const noexcept { return element_.get(); }
+
+private:
+    com::ComPtr<IXMLDOMElement> element_;
+};
+
+}  // namespace
+
+std::shared_ptr<Element> wrapNode(IUnknown* node) {
+    auto element = com::query<IXMLDOMElement>(node, iidXmlDomElement);
+    if (!element) throw runtimeError(RuntimeError::typeMismatch);
+    return std::make_shared<DomElement>(std::move(element));
+}
+
+IXMLDOMNode* unwrap(const Element& element) { return dynamic_cast<const DomElement&>(element).node(); }
+
+bool hasName(IXMLDOMNode* node, Text name) {
+    com::Bstr nodeName;
+    check(node->get_nodeName(nodeName.put()));
+    return nodeName.text() == name;
+}
+
+std::vector<com::ComPtr<IXMLDOMNode>> childElements(IXMLDOMNode* parent) {
+    std::vector<com::ComPtr<IXMLDOMNode>> result;
+    com::ComPtr<IXMLDOMNode> node;
+    check(parent->get_firstChild(node.put()));
+    while (node) {
+        DOMNodeType type = NODE_INVALID;
+        check(node->get_nodeType(&type));
+        com::ComPtr<IXMLDOMNode> next;
+        check(node->get_nextSibling(next.put()));
+        if (type == NODE_ELEMENT) result.push_back(std::move(node));
+        node = std::move(next);
+    }
+    return result;
+}
+
+}  // namespace quill1xml::platform

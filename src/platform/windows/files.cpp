@@ -1,0 +1,193 @@
+#include "platform/windows/files.hpp"
+
+#include "platform/wildcard.hpp"
+#include "platform/windows/com_support.hpp"
+#include "platform/windows/errors.hpp"
+#include "platform/windows/parts.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <cwchar>
+#include <memory>
+#include <utility>
+
+namespace quill1xml::platform {
+namespace {
+
+constexpr char16_t byteOrderMark = 0xFEFF;
+
+class File {
+public:
+    /// Opens the file; others may read it meanwhile. Throws the Error of a file call.
+    File(Text name, DWORD access, DWORD share, DWORD disposition)
+        : name_(name),
+          handle_(CreateFileW(com::wide(name_.c_str()), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                              nullptr)) {
+        if (handle_ == INVALID_HANDLE_VALUE) throwLastError(name_);
+        existed_ = GetLastError() == ERROR_ALREADY_EXISTS;
+    }
+
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    ~File() {
+        if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
+    }
+
+    /// Moves to the end and returns its offset in bytes.
+    LONGLONG seekEnd() {
+        LARGE_INTEGER end;
+        if (SetFilePointerEx(handle_, {}, &end, FILE_END) == 0) throwLastError(name_);
+        return end.QuadPart;
+    }
+
+    void write(std::string_view bytes) {
+        while (!bytes.empty()) {
+            const auto size = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 30));
+            DWORD written = 0;
+            if (WriteFile(handle_, bytes.data(), size, &written, nullptr) == 0) throwLastError(name_);
+            if (written == 0) throw runtimeError(RuntimeError::diskFull, name_);
+            bytes.remove_prefix(written);
+        }
+    }
+
+    std::size_t read(void* buffer, std::size_t size) {
+        DWORD count = 0;
+        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(size, 1u << 30));
+        if (ReadFile(handle_, buffer, wanted, &count, nullptr) == 0) throwLastError(name_);
+        return count;
+    }
+
+    /// Takes back what was written after that offset, as far as the system lets us; a file made for it goes again.
+    void takeBack(LONGLONG size) noexcept {
+        LARGE_INTEGER end;
+        end.QuadPart = size;
+        if (SetFilePointerEx(handle_, end, nullptr, FILE_BEGIN) != 0) SetEndOfFile(handle_);
+        if (existed_) return;
+        CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+        DeleteFileW(com::wide(name_.c_str()));
+    }
+
+private:
+    std::u16string name_;
+    HANDLE handle_;
+    bool existed_ = false;
+};
+
+std::string_view bytesOf(Text text) {
+    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
+}
+
+bool lessAsNames(const std::u16string& a, const std::u16string& b) {
+    return CompareStringOrdinal(com::wide(a.data()), static_cast<int>(a.size()), com::wide(b.data()),
+                                static_cast<int>(b.size()), TRUE) == CSTR_LESS_THAN;
+}
+
+bool isNormal(const WIN32_FIND_DATAW& entry) {
+    return (entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) == 0;
+}
+
+struct CloseSearch {
+    void operator()(HANDLE search) const noexcept { FindClose(search); }
+};
+
+class WindowsFiles final : public Files {
+public:
+    void appendText(Text fileName, Text text) override { write(fileName, text, OPEN_ALWAYS); }
+
+    void writeText(Text fileName, Text text) override { write(fileName, text, CREATE_ALWAYS); }
+
+    std::u16string readText(Text fileName) override {
+        const Bytes bytes = platform::readBytes(fileName);
+        if (bytes.empty()) return {};
+        std::u16string text(bytes.size() / sizeof(char16_t), u'\0');
+        std::memcpy(text.data(), bytes.data(), text.size() * sizeof(char16_t));
+        if (bytes.size() % sizeof(char16_t) != 0 || !text.starts_with(byteOrderMark)) {
+            throw runtimeError(RuntimeError::typeMismatch,
+                               std::u16string(fileName) +
+                                   u" is not UTF-16 text with a byte-order mark; restore the file or delete it");
+        }
+        text.erase(0, 1);
+        return text;
+    }
+
+    Bytes readBytes(Text fileName) override { return platform::readBytes(fileName); }
+
+    std::vector<std::u16string> list(Text pattern) override {
+        std::vector<std::u16string> names;
+        WIN32_FIND_DATAW entry;
+        const HANDLE search = FindFirstFileW(com::wide(std::u16string(pattern).c_str()), &entry);
+        if (search == INVALID_HANDLE_VALUE) {
+            switch (GetLastError()) {
+                case ERROR_FILE_NOT_FOUND:
+                case ERROR_PATH_NOT_FOUND:
+                case ERROR_DIRECTORY:
+                case ERROR_INVALID_NAME:
+                    return names;
+            }
+            throwLastError(pattern);
+        }
+        const std::unique_ptr<void, CloseSearch> closing(search);
+        // The search also matches short names, which nobody asked for.
+        const Text namePattern = pattern.substr(pattern.rfind(u'\\') + 1);
+        do {
+            const Text name = com::asText(entry.cFileName, std::wcslen(entry.cFileName));
+            if (isNormal(entry) && matchesWildcard(name, namePattern, true)) names.emplace_back(name);
+        } while (FindNextFileW(search, &entry) != 0);
+        std::sort(names.begin(), names.end(), lessAsNames);
+        return names;
+    }
+
+    void remove(Text fileName) override {
+        const std::u16string name(fileName);
+        const DWORD attributes = GetFileAttributesW(com::wide(name.c_str()));
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+            SetFileAttributesW(com::wide(name.c_str()), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
+        }
+        if (DeleteFileW(com::wide(name.c_str())) == 0) throwLastError(fileName);
+    }
+
+private:
+    static void write(Text fileName, Text text, DWORD disposition) {
+        File file(fileName, GENERIC_WRITE, FILE_SHARE_READ, disposition);
+        const LONGLONG size = file.seekEnd();
+        try {
+            if (size == 0) file.write(bytesOf({&byteOrderMark, 1}));
+            file.write(bytesOf(text));
+        } catch (const Error&) {
+            file.takeBack(size);
+            throw;
+        }
+    }
+};
+
+}  // namespace
+
+void writeBytes(Text fileName, std::string_view bytes) {
+    File file(fileName, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
+    try {
+        file.write(bytes);
+    } catch (const Error&) {
+        file.takeBack(0);
+        throw;
+    }
+}
+
+Bytes readBytes(Text fileName) {
+    constexpr std::size_t firstChunk = 1 << 16;
+    File file(fileName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING);
+    Bytes bytes;
+    std::size_t used = 0;
+    std::size_t count = 0;
+    do {
+        bytes.resize(used + std::max(firstChunk, used));
+        count = file.read(bytes.data() + used, bytes.size() - used);
+        used += count;
+    } while (count != 0);
+    bytes.resize(used);
+    return bytes;
+}
+
+std::shared_ptr<Files> makeFiles() { return std::make_shared<WindowsFiles>(); }
+
+}  // namespace quill1xml::platform

@@ -1,0 +1,21 @@
+// The parts of the environment, one factory for each.
+#pragma once
+
+#include "platform/platform.hpp"
+
+#include <memory>
+
+namespace quill1xml::platform {
+
+std::shared_ptr<Files> makeFiles();
+std::shared_ptr<EventLog> makeEventLog();
+std::shared_ptr<Clock> makeClock();
+
+/// These two create COM objects: a thread that calls them has initialised COM and keeps it so while documents, elements
+/// and schemas live, which stay on that thread.
+std::shared_ptr<Http> makeHttp();
+std::shared_ptr<Xml> makeXml();
+
+std::shared_ptr<System> makeSystem();
+
+}  // namespace quill1xml::platform

@@ -1,0 +1,55 @@
+#include "platform/windows/com_support.hpp"
+#include "platform/windows/errors.hpp"
+#include "platform/windows/parts.hpp"
+#include "platform/windows_1252.hpp"
+#include "text/date.hpp"
+
+#include <array>
+
+namespace quill1xml::platform {
+namespace {
+
+std::array<char16_t, 256> ansiCodePage() {
+    std::array<char16_t, 256> characters;
+    CPINFO info;
+    const bool singleByte = GetCPInfo(CP_ACP, &info) != 0 && info.MaxCharSize == 1;
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        const char byte = static_cast<char>(i);
+        wchar_t character = 0;
+        const bool known = singleByte && MultiByteToWideChar(CP_ACP, 0, &byte, 1, &character, 1) == 1;
+        characters[i] = known ? static_cast<char16_t>(character) : windows1252(static_cast<std::uint8_t>(i));
+    }
+    return characters;
+}
+
+class WindowsSystem final : public System {
+public:
+    std::uint32_t threadId() const override { return GetCurrentThreadId(); }
+
+    char16_t codePageCharacter(std::uint8_t byte) const override { return codePage_[byte]; }
+
+    std::u16string decimalSeparator() const override {
+        wchar_t buffer[8];
+        const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, buffer, 8);
+        if (length <= 1) return u".";
+        return std::u16string(com::asText(buffer, static_cast<std::size_t>(length - 1)));
+    }
+
+    std::u16string generalDate(Date date) const override {
+        // In whole seconds, or a time just before midnight would show as midnight.
+        const CalendarTime t = toCalendar(date);
+        date = Date::of(t.year, t.month, t.day, t.hour, t.minute, t.second);
+        com::Bstr text;
+        check(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.put()));
+        return std::u16string(text.text());
+    }
+
+private:
+    std::array<char16_t, 256> codePage_ = ansiCodePage();
+};
+
+}  // namespace
+
+std::shared_ptr<System> makeSystem() { return std::make_shared<WindowsSystem>(); }
+
+}  // namespace quill1xml::platform

@@ -1,0 +1,140 @@
+#include "platform/windows/create_object.hpp"
+#include "platform/windows/document_type.hpp"
+#include "platform/windows/dom.hpp"
+#include "platform/windows/text_encoding.hpp"
+#include "support/expect_error.hpp"
+#include "support/temp_folder.hpp"
+#include "support/text_printer.hpp"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace quill1xml::platform {
+namespace {
+
+using testing::expectError;
+using testing::utf8;
+
+TEST(DomNodes, ElementsOfAnyVersionAreTakenAndNothingElse) {
+    for (const char16_t* const version : {u"MSXML2.DOMDocument", u"MSXML2.DOMDocument.6.0"}) {
+        const auto document = createObject<IXMLDOMDocument2>(version, iidXmlDomDocument2);
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        document->loadXML(com::Bstr(u"<a x='1'>text</a>").get(), &loaded);
+        com::ComPtr<IXMLDOMElement> root;
+        com::ComPtr<IXMLDOMNode> text;
+        document->get_documentElement(root.put());
+        root->get_firstChild(text.put());
+
+        const auto element = wrapNode(root.get());
+        EXPECT_EQ(element->attribute(u"x"), u"1");
+        EXPECT_EQ(com::query<IUnknown>(unwrap(*element), IID_IUnknown).get(),
+                  com::query<IUnknown>(root.get(), IID_IUnknown).get());
+        expectError([&] { wrapNode(text.get()); }, 13, u"");
+        expectError([&] { wrapNode(document.get()); }, 13, u"");
+    }
+    expectError([] { wrapNode(nullptr); }, 13, u"");
+}
+
+TEST(DomNodes, ADocumentIsHandedOutAsItsObject) {
+    ParseError error;
+    const auto document = systemEnvironment().xml->parse(u"<a/>", nullptr, error);
+    ASSERT_TRUE(document);
+    EXPECT_TRUE(com::query<IXMLDOMDocument2>(documentDispatch(*document), iidXmlDomDocument2));
+}
+
+TEST(DomNodes, AThreadWithoutComIsTold) {
+    std::thread([] {
+        ParseError error;
+        expectError([&] { systemEnvironment().xml->parse(u"<a/>", nullptr, error); }, CO_E_NOTINITIALIZED,
+                    u"has not initialised COM");
+    }).join();
+    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u"Quill1XML.NoSuchClass");
+}
+
+TEST(DocumentType, DeclarationsAreFoundInAnyEncoding) {
+    const struct {
+        const char16_t* document;
+        bool expected;
+    } cases[] = {
+        {u"<!DOCTYPE a [<!ENTITY x 'y'>]><a/>", true},
+        {u"<!DOCTYPE a [<!ENTITY % x SYSTEM 'y'> %x;]><a/>", true},
+        {u"<!DOCTYPE a [<!ATTLIST a x CDATA 'y'>]><a/>", true},
+        {u" <?xml version='1.0'?>\r\n<!-- <a> --><?p >?>\t<!DOCTYPE a [<!ENTITY x 'y'>]><a/>", true},
+        {u"<!DOCTYPE a><a/>", false},
+        {u"<!-- <!DOCTYPE a [<!ENTITY x 'y'>]> --><a/>", false},
+        {u"<a><![CDATA[<!DOCTYPE a [<!ENTITY x 'y'>]>]]></a>", false},
+        {u"<!-- <!DOCTYPE a [<!ENTITY x 'y'>]>", false},
+        {u"", false},
+    };
+    for (const auto& c : cases) {
+        const Text document(c.document);
+        EXPECT_EQ(hasDeclarations(document), c.expected) << utf8(document);
+        for (const Text mark : {u"", u"\uFEFF"}) {
+            const std::u16string marked = std::u16string(mark) + std::u16string(document);
+            const std::string narrow = toUtf8(marked);
+            Bytes low;
+            Bytes high;
+            for (const char16_t unit : marked) {
+                low.insert(low.end(), {static_cast<std::uint8_t>(unit & 0xFF), static_cast<std::uint8_t>(unit >> 8)});
+                high.insert(high.end(), {static_cast<std::uint8_t>(unit >> 8), static_cast<std::uint8_t>(unit & 0xFF)});
+            }
+            EXPECT_EQ(hasDeclarations(Bytes(narrow.begin(), narrow.end())), c.expected) << narrow;
+            // Without a mark only the first character tells UTF-16, so it has to be markup.
+            if (mark.empty() && !document.starts_with(u'<')) continue;
+            EXPECT_EQ(hasDeclarations(low), c.expected) << narrow;
+            EXPECT_EQ(hasDeclarations(high), c.expected) << narrow;
+        }
+    }
+}
+
+TEST(EncodedXml, WhatAnEncodingLacksBecomesAReference) {
+    const struct {
+        const char16_t* encoding;
+        std::string expected;
+    } cases[] = {
+        {u"", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x92\xA1"},
+        {u"UTF-8", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x92\xA1"},
+        {u"utf-16", std::string("\xFF\xFE\xE9\0\xAC\x20\x3D\xD8\xA1\xDC", 10)},
+        {u"ISO-8859-1", "\xE9&#8364;&#128161;"},
+        {u"windows-1252", "\xE9\x80&#128161;"},
+        {u"US-ASCII", "&#233;&#8364;&#128161;"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(encodeXml(u"\u00E9\u20AC\U0001F4A1", c.encoding), c.expected) << utf8(c.encoding);
+    }
+    for (const char16_t* const unknown : {u"klingon", u"windows-932", u"windows-", u"iso-8859-1x"}) {
+        expectError([&] { encodeXml(u"a", unknown); }, 440, unknown);
+    }
+}
+
+TEST(XdrSchema, HoldsDocumentsAgainstIt) {
+    const testing::TempFolder folder;
+    const auto xml = systemEnvironment().xml;
+    const auto schema = xml->loadSchema(folder.create(u"100% #1.xdr", R"(<Schema name="WebStore"
+        xmlns="urn:schemas-microsoft-com:xml-data" xmlns:dt="urn:schemas-microsoft-com:datatypes">
+      <ElementType name="Tax" content="empty" model="closed">
+        <AttributeType name="Code" dt:type="string" required="yes"/><attribute type="Code"/>
+      </ElementType>
+      <ElementType name="Store" content="eltOnly" model="closed">
+        <element type="Tax" minOccurs="0" maxOccurs="*"/>
+      </ElementType></Schema>)"));
+    const struct {
+        const char16_t* document;
+        bool valid;
+    } cases[] = {
+        {u"<Store xmlns='WebStore'/>", true},
+        {u"<Store xmlns='WebStore'><Tax Code='VAT'/></Store>", true},
+        {u"<Store xmlns='WebStore'><Tax/></Store>", false},
+        {u"<Store xmlns='WebStore'><Toll Code='VAT'/></Store>", false},
+    };
+    for (const auto& c : cases) {
+        ParseError error;
+        const auto document = xml->parse(c.document, schema, error);
+        ASSERT_TRUE(document) << utf8(error.reason);
+        EXPECT_EQ(document->validate().code == 0, c.valid) << utf8(c.document);
+    }
+}
+
+}  // namespace
+}  // namespace quill1xml::platform
