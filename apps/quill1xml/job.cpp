@@ -1,0 +1,139 @@
+#include "quill1xml/job.hpp"
+
+#include "automation/catalogue.hpp"
+#include "quill1xml/error.hpp"
+#include "quill1xml/json_arguments.hpp"
+#include "quill1xml/json_values.hpp"
+#include "quill1xml/nearest.hpp"
+#include "quill1xml/progress.hpp"
+#include "quill1xml/store.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quill1xml::cli {
+namespace {
+
+using automation::Member;
+using nlohmann::json;
+
+/// A line that is no call; the text says what is wrong with it.
+Error badLine(std::string_view reason) { return {5, u"quill1xml run", toUtf16(reason)}; }
+
+/// Parses a line; a name that stands twice in one object is refused rather than half ignored.
+json parseLine(const std::string& line) {
+    std::vector<std::set<std::string>> names;
+    const auto watch = [&names](int, json::parse_event_t event, const json& parsed) {
+        if (event == json::parse_event_t::object_start) names.emplace_back();
+        if (event == json::parse_event_t::object_end) names.pop_back();
+        if (event == json::parse_event_t::key && !names.back().insert(parsed.get<std::string>()).second) {
+            throw badLine("\"" + parsed.get<std::string>() + "\" stands twice in one object");
+        }
+        return true;
+    };
+    try {
+        return json::parse(line, watch);
+    } catch (const json::parse_error& error) {
+        throw badLine(std::string("not JSON: ") + error.what());
+    }
+}
+
+struct MethodCall {
+    const Member* member;
+    json arguments;
+};
+
+const Member& methodNamed(const std::string& name) {
+    const auto& members = automation::storeClass().members;
+    const auto found = std::ranges::find(members, name, &Member::name);
+    if (found != members.end()) return *found;
+    std::vector<std::string_view> known;
+    for (const Member& member : members) known.push_back(member.name);
+    throw runtimeError(RuntimeError::unknownMember,
+                       toUtf16(name + " (did you mean " + std::string(nearestName(name, known)) + "?)"));
+}
+
+/// What is being done, for the message of an error.
+struct Place {
+    std::size_t line = 0;
+    std::string method;
+};
+
+class Job {
+public:
+    Job(const platform::Environment& environment, const Streams& streams)
+        : store_(environment), streams_(streams), progress_(streams.err, streams.terminal) {
+        store_.onPacketUploaded([this](Text name, Long number) { progress_.packet(name, number); });
+    }
+
+    int play() {
+        Place place;
+        try {
+            for (std::string line; std::getline(streams_.in, line);) {
+                ++place.line;
+                place.method.clear();
+                if (line.find_first_not_of(" \t\r") != std::string::npos) playLine(line, place);
+            }
+            return 0;
+        } catch (const Error& error) {
+            report(place, error);
+            return 1;
+        }
+    }
+
+private:
+    void playLine(const std::string& line, Place& place) {
+        const json call = parseLine(line);
+        if (!call.is_object() || call.size() != 1) {
+            throw badLine("a line is one object with one member, the method's name: {\"AddTax\":{...}}");
+        }
+        place.method = call.begin().key();
+        const Member& member = methodNamed(place.method);
+        if (!call.begin()->is_object()) throw badLine("the arguments are an object of values by parameter name");
+
+        automation::Arguments arguments(member);
+        fillArguments(arguments, member, *call.begin());
+        prepareSending(member, *call.begin());
+        const automation::Value result = member.invoke(&store_, arguments.data());
+        progress_.finish();
+        if (member.result != automation::ResultType::nothing) {
+            streams_.out << json{{place.method, toJson(result)}}.dump() << std::endl;
+        }
+    }
+
+    /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
+    void prepareSending(const Member& member, const json& values) {
+        if (member.name != "Send" || values.value("strSource", json("Memory")) != "Memory") return;
+        const PendingPackets pending = store_.pendingPackets();
+        progress_.start(pending.toSend.size());
+        for (const std::u16string& name : pending.toDeleteUnsent) {
+            streams_.err << "warning: Send will delete " << toUtf8(name)
+                         << " unsent: its number follows a gap, or Send does not know its kind (use SendTempFile)"
+                         << std::endl;
+        }
+    }
+
+    void report(const Place& place, const Error& error) {
+        progress_.finish();
+        streams_.err << "line " << place.line << ": ";
+        if (!place.method.empty()) streams_.err << place.method << ": ";
+        streams_.err << "error " << error.number() << " (" << toUtf8(error.source()) << "): " << error.what()
+                     << std::endl;
+    }
+
+    Store store_;
+    const Streams& streams_;
+    Progress progress_;
+};
+
+}  // namespace
+
+int playJob(const platform::Environment& environment, const Streams& streams) {
+    return Job(environment, streams).play();
+}
+
+}  // namespace quill1xml::cli

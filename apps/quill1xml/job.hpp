@@ -1,0 +1,27 @@
+// A job in JSON Lines, played through one Store.
+//
+// A line is an object with one member: the method's name, and its arguments by parameter name as an object. Blank lines
+// are passed over.
+//
+//     {"AddTax":{"strTaxCode":"VAT","dblRate":15}}
+//     {"Send":{}}
+#pragma once
+
+#include "platform/platform.hpp"
+
+#include <istream>
+#include <ostream>
+
+namespace quill1xml::cli {
+
+struct Streams {
+    std::istream& in;
+    std::ostream& out;  ///< results, one JSON object a line
+    std::ostream& err;  ///< progress, warnings and the error that ends the job
+    bool terminal;      ///< err is a terminal
+};
+
+/// Plays the job to its end or to its first error. Returns the exit status: 0, or 1 after an error.
+int playJob(const platform::Environment& environment, const Streams& streams);
+
+}  // namespace quill1xml::cli
