@@ -21,14 +21,15 @@ UINT codePageNamed(Text encoding) {
     constexpr struct {
         std::string_view prefix;
         UINT base;  // the code page less the number that follows the prefix
-    } families[] = {{"iso-8859-", 28590}, {"windows-", 0}};
+    } families[] = {{"iso-8859-", 28590}, {"windows-12", 1200}};
     const std::string name = lowerCase(encoding);
     if (name == "us-ascii") return 20127;
     for (const auto& family : families) {
         UINT number = 0;
         const char* const end = name.data() + name.size();
         if (!name.starts_with(family.prefix)) continue;
-        if (std::from_chars(name.data() + family.prefix.size(), end, number).ptr != end) continue;
+        const auto parsed = std::from_chars(name.data() + family.prefix.size(), end, number);
+        if (parsed.ec != std::errc() || parsed.ptr != end) continue;
         CPINFO info;
         if (GetCPInfo(family.base + number, &info) != 0 && info.MaxCharSize == 1) return family.base + number;
     }
