@@ -1,0 +1,149 @@
+#include "automation/com/automation_object.hpp"
+
+#include "automation/com/conversion.hpp"
+#include "automation/com/enumerator.hpp"
+#include "automation/com/failure.hpp"
+#include "automation/com/guid.hpp"
+#include "automation/com/type_library.hpp"
+#include "quill1xml/text.hpp"
+
+#include <olectl.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+namespace quill1xml::automation {
+namespace {
+
+std::string nameOf(const wchar_t* name) { return toUtf8(com::asText(name, std::wcslen(name))); }
+
+/// An entry of the list of connection points.
+struct PointItem {
+    com::ComPtr<IConnectionPoint> point;
+
+    void give(IConnectionPoint*& place) const { place = com::ComPtr<IConnectionPoint>(point).detach(); }
+};
+
+}  // namespace
+
+AutomationObject::AutomationObject(const Class& of, const Identity& identity, std::shared_ptr<void> object)
+    : class_(of),
+      identity_(identity),
+      membersId_(guidOf(identity.members)),
+      eventsId_(identity.events.empty() ? GUID{} : guidOf(identity.events)),
+      connectionPoint_(*this, eventsId_),
+      object_(std::move(object)) {
+    if (class_.connect != nullptr) {
+        class_.connect(object_.get(), [this](const Event& event, std::span<const Value> arguments) {
+            connectionPoint_.fire(event, arguments);
+        });
+    }
+}
+
+void* AutomationObject::find(REFIID id) noexcept {
+    if (id == IID_IDispatch || id == membersId_) return static_cast<IDispatch*>(this);
+    if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) return static_cast<IProvideClassInfo2*>(this);
+    if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+    if (id == IID_IConnectionPointContainer && !class_.events.empty()) {
+        return static_cast<IConnectionPointContainer*>(this);
+    }
+    return nullptr;
+}
+
+HRESULT AutomationObject::GetTypeInfoCount(UINT* count) {
+    if (count == nullptr) return E_POINTER;
+    *count = 1;
+    return S_OK;
+}
+
+HRESULT AutomationObject::GetTypeInfo(UINT index, LCID, ITypeInfo** result) {
+    if (result == nullptr) return E_POINTER;
+    *result = nullptr;
+    if (index != 0) return DISP_E_BADINDEX;
+    return guarded(membersId_, nullptr, [&] {
+        *result = typeInfoOf(membersId_).detach();
+        return S_OK;
+    });
+}
+
+HRESULT AutomationObject::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr) return E_POINTER;
+    std::fill_n(ids, count, DISPID_UNKNOWN);
+    return guarded(membersId_, nullptr, [&]() -> HRESULT {
+        const Member* const member = count > 0 ? findMember(class_, nameOf(names[0])) : nullptr;
+        if (member == nullptr) return DISP_E_UNKNOWNNAME;
+        ids[0] = member->dispid;
+        // The parameters of the member follow.
+        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, nameOf(names[i]));
+        return std::find(ids, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
+    });
+}
+
+HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* given,
+                                 VARIANT* result, EXCEPINFO* details, UINT* faulty) {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
+    const auto member = std::ranges::find(class_.members, id, &Member::dispid);
+    // Script hosts cannot tell a property from a method without parameters and ask for either.
+    if (member == class_.members.end() || (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    if (result != nullptr) VariantInit(result);
+    // The host may let go of the object in an event that the call raises.
+    const com::ComPtr<IDispatch> alive(this);
+    return guarded(membersId_, details, [&] {
+        com::Variant value = call(*member, *given, locale, faulty);
+        if (result != nullptr) *result = value.detach();
+        return S_OK;
+    });
+}
+
+com::Variant AutomationObject::call(const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) const {
+    Arguments arguments(member);
+    bind(arguments, member, given, locale, faulty);
+    return toVariant(member.invoke(object_.get(), arguments.data()));
+}
+
+HRESULT AutomationObject::GetClassInfo(ITypeInfo** result) {
+    if (result == nullptr) return E_POINTER;
+    *result = nullptr;
+    return guarded(IID_IProvideClassInfo, nullptr, [&] {
+        *result = typeInfoOf(guidOf(identity_.coclass)).detach();
+        return S_OK;
+    });
+}
+
+HRESULT AutomationObject::GetGUID(DWORD kind, GUID* result) {
+    if (result == nullptr) return E_POINTER;
+    *result = GUID_NULL;
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_.events.empty()) return E_INVALIDARG;
+    *result = eventsId_;
+    return S_OK;
+}
+
+HRESULT AutomationObject::InterfaceSupportsErrorInfo(REFIID id) {
+    return id == membersId_ || id == IID_IDispatch ? S_OK : S_FALSE;
+}
+
+HRESULT AutomationObject::EnumConnectionPoints(IEnumConnectionPoints** result) {
+    if (result == nullptr) return E_POINTER;
+    return guarded(IID_IConnectionPointContainer, nullptr, [&] {
+        std::vector<PointItem> points;
+        points.push_back({com::ComPtr<IConnectionPoint>(&connectionPoint_)});
+        *result = new Enumerator<IEnumConnectionPoints, IConnectionPoint*, PointItem>(IID_IEnumConnectionPoints,
+                                                                                      std::move(points));
+        return S_OK;
+    });
+}
+
+HRESULT AutomationObject::FindConnectionPoint(REFIID id, IConnectionPoint** result) {
+    if (result == nullptr) return E_POINTER;
+    *result = nullptr;
+    if (id != eventsId_) return CONNECT_E_NOCONNECTION;
+    *result = com::ComPtr<IConnectionPoint>(&connectionPoint_).detach();
+    return S_OK;
+}
+
+}  // namespace quill1xml::automation

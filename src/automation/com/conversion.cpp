@@ -1,0 +1,128 @@
+#include "automation/com/conversion.hpp"
+
+#include "quill1xml/error.hpp"
+#include "quill1xml/text.hpp"
+
+#include <stdexcept>
+
+namespace quill1xml::automation {
+namespace {
+
+bool isMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
+
+/// A value as the source of a system call, which only reads it, whatever its declaration says.
+VARIANT* source(const VARIANT& value) { return const_cast<VARIANT*>(&value); }
+
+/// What a value refers to; the copy holds it where it is not a variant itself.
+const VARIANT& dereferenced(const VARIANT& value, com::Variant& copy) {
+    const VARIANT* target = &value;
+    if (target->vt == (VT_BYREF | VT_VARIANT)) target = target->pvarVal;
+    if ((target->vt & VT_BYREF) == 0 || (target->vt & VT_ARRAY) != 0) return *target;
+    if (VariantCopyInd(copy.put(), source(*target)) == E_OUTOFMEMORY) throw std::bad_alloc();
+    return copy.get();
+}
+
+VARTYPE variantType(Type type) {
+    switch (type) {
+        case Type::text:
+        case Type::variantText:
+            return VT_BSTR;
+        case Type::integer:
+        case Type::variantInteger:
+            return VT_I2;
+        case Type::longInteger:
+            return VT_I4;
+        case Type::floating:
+            return VT_R8;
+        case Type::boolean:
+            return VT_BOOL;
+        case Type::date:
+            return VT_DATE;
+        case Type::currency:
+            return VT_CY;
+    }
+    throw std::logic_error("a parameter of an unknown type");
+}
+
+/// The value in the type that a parameter wants; the copy holds it where it had to be converted.
+const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID locale, com::Variant& copy) {
+    const VARTYPE wanted = variantType(parameter.type);
+    if (value.vt == wanted) return value;
+    // Null is no value of any type, and an array of bytes would pass for text.
+    const bool fits = value.vt != VT_NULL && (value.vt & VT_ARRAY) == 0;
+    const HRESULT result =
+        fits ? VariantChangeTypeEx(copy.put(), source(value), locale, VARIANT_ALPHABOOL, wanted) : DISP_E_TYPEMISMATCH;
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (result == DISP_E_OVERFLOW) throw runtimeError(RuntimeError::overflow, toUtf16(parameter.name));
+    if (FAILED(result)) throw runtimeError(RuntimeError::typeMismatch, toUtf16(parameter.name));
+    return copy.get();
+}
+
+void set(Arguments& arguments, std::size_t index, Type type, const VARIANT& value) {
+    switch (type) {
+        case Type::text:
+        case Type::variantText:
+            return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
+        case Type::integer:
+        case Type::variantInteger:
+            return arguments.setWhole(index, value.iVal);
+        case Type::longInteger:
+            return arguments.setWhole(index, value.lVal);
+        case Type::floating:
+            return arguments.setDouble(index, value.dblVal);
+        case Type::boolean:
+            return arguments.setBoolean(index, value.boolVal != VARIANT_FALSE);
+        case Type::date:
+            return arguments.setDate(index, {value.date});
+        case Type::currency:
+            return arguments.setCurrency(index, {value.cyVal.int64});
+    }
+}
+
+void bindOne(Arguments& arguments, const Member& member, std::size_t index, const VARIANT& given, LCID locale) {
+    const Parameter& parameter = member.parameters[index];
+    com::Variant target;
+    const VARIANT& value = dereferenced(given, target);
+    if (isMissing(value) || (value.vt == VT_EMPTY && !parameter.required)) return;
+    com::Variant copy;
+    set(arguments, index, parameter.type, coerced(value, parameter, locale, copy));
+}
+
+/// The parameter that the argument at a place of the host's array is for.
+std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given) {
+    if (place >= given.cNamedArgs) {
+        // By place, the last one first.
+        const std::size_t index = given.cArgs - 1 - place;
+        if (index >= member.parameters.size()) throw runtimeError(RuntimeError::wrongArgumentCount);
+        return index;
+    }
+    const DISPID named = given.rgdispidNamedArgs[place];
+    if (named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
+        throw runtimeError(RuntimeError::namedArgumentNotFound);
+    }
+    return static_cast<std::size_t>(named);
+}
+
+}  // namespace
+
+void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) {
+    for (UINT place = given.cArgs; place-- > 0;) {
+        if (faulty != nullptr) *faulty = place;
+        bindOne(arguments, member, parameterAt(place, member, given), given.rgvarg[place], locale);
+    }
+    arguments.requireAll();
+}
+
+com::Variant toVariant(const Value& value) {
+    struct {
+        com::Variant operator()(std::monostate) const { return {}; }
+        com::Variant operator()(Long number) const { return com::Variant(static_cast<long>(number)); }
+        com::Variant operator()(const std::u16string& text) const { return com::Variant(Text(text)); }
+        com::Variant operator()(const Bytes& bytes) const {
+            return com::Variant::ofBytes(std::as_bytes(std::span(bytes)));
+        }
+    } const conversion;
+    return std::visit(conversion, value);
+}
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,22 @@
+// Between the variants of hosts and the values of the catalogue.
+#pragma once
+
+#include "automation/catalogue.hpp"
+#include "platform/windows/com_support.hpp"
+
+#include <windows.h>
+
+namespace quill1xml::automation {
+
+/// Sets the arguments that a host gave, by place or by name, where a named argument's DISPID is its parameter's index.
+/// Values are coerced as the host's locale has it. What the host left out keeps its default: the mark for a missing
+/// argument, and for an optional parameter an empty variant too.
+///
+/// Throws error 13, 6, 448, 449 or 450; faulty, where it is not null, receives the place of an argument that does not
+/// fit.
+void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty);
+
+/// A result or an event argument.
+com::Variant toVariant(const Value& value);
+
+}  // namespace quill1xml::automation

@@ -1,0 +1,11 @@
+// The type library that the DLL carries.
+#pragma once
+
+#include "platform/windows/com_support.hpp"
+
+namespace quill1xml::automation {
+
+/// The description of a class or interface. Works without registration. Throws Error.
+com::ComPtr<ITypeInfo> typeInfoOf(const GUID& id);
+
+}  // namespace quill1xml::automation

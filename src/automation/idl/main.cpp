@@ -1,0 +1,170 @@
+// Prints the type library of the automation server as IDL.
+//
+//     quill1xml-idl > Quill1XML.idl
+
+#include "automation/catalogue.hpp"
+#include "automation/com/identity.hpp"
+#include "quill1xml/text.hpp"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace quill1xml;
+using namespace quill1xml::automation;
+
+std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') result.push_back('\\');
+        result.push_back(c);
+    }
+    return result.append("\"");
+}
+
+std::string_view idlType(Type type) {
+    switch (type) {
+        case Type::text:
+            return "BSTR";
+        case Type::integer:
+            return "short";
+        case Type::longInteger:
+            return "long";
+        case Type::floating:
+            return "double";
+        case Type::boolean:
+            return "VARIANT_BOOL";
+        case Type::date:
+            return "DATE";
+        case Type::currency:
+            return "CURRENCY";
+        case Type::variantText:
+        case Type::variantInteger:
+            return "VARIANT";
+    }
+    throw std::logic_error("a parameter of an unknown type");
+}
+
+std::string_view idlType(ResultType type) {
+    switch (type) {
+        case ResultType::nothing:
+            return "void";
+        case ResultType::longInteger:
+            return "long";
+        case ResultType::text:
+            return "BSTR";
+        case ResultType::bytes:
+            return "VARIANT";
+    }
+    throw std::logic_error("a result of an unknown type");
+}
+
+std::string withDefault(std::string_view type, std::string_view value) {
+    return std::string("[in, defaultvalue(").append(value).append(")] ").append(type);
+}
+
+/// Attributes and type of an optional parameter. Hosts that compile against the library fill in what it says, and zero
+/// where it says nothing. The compiler cannot write defaults of broken numbers: a parameter whose default is one other
+/// than zero is a variant, which hosts leave empty and the server fills.
+std::string optional(const Member& member, const Parameter& parameter) {
+    const std::string_view type = idlType(parameter.type);
+    bool zero = true;
+    switch (parameter.type) {
+        case Type::text:
+            return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
+        case Type::integer:
+            return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
+        case Type::longInteger:
+            return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
+        case Type::boolean:
+            return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
+        case Type::floating:
+            zero = defaultOf<Double>(member, parameter) == 0;
+            break;
+        case Type::date:
+            zero = defaultOf<Date>(member, parameter).days == 0;
+            break;
+        case Type::currency:
+            zero = defaultOf<Currency>(member, parameter).tenThousandths == 0;
+            break;
+        case Type::variantText:
+        case Type::variantInteger:
+            break;
+    }
+    return std::string("[in, optional] ").append(zero ? type : "VARIANT");
+}
+
+void printMember(const Member& member) {
+    std::cout << "        [id(" << member.dispid << "), " << (member.kind == MemberKind::propertyGet ? "propget, " : "")
+              << "helpstring(" << quoted(member.summary) << ")]\n        " << idlType(member.result) << ' '
+              << member.name << '(';
+    std::string_view separator = "\n            ";
+    for (const Parameter& parameter : member.parameters) {
+        const std::string type =
+            parameter.required ? std::string("[in] ").append(idlType(parameter.type)) : optional(member, parameter);
+        std::cout << separator << type << ' ' << parameter.name;
+        separator = ",\n            ";
+    }
+    std::cout << ");\n";
+}
+
+void printEvent(const Event& event) {
+    std::cout << "        [id(" << event.dispid << "), helpstring(" << quoted(event.summary) << ")]\n        void "
+              << event.name << '(';
+    std::string_view separator;
+    for (const Parameter& parameter : event.parameters) {
+        std::cout << separator << "[in] " << idlType(parameter.type) << ' ' << parameter.name;
+        separator = ", ";
+    }
+    std::cout << ");\n";
+}
+
+/// Opens a dispinterface up to its methods.
+void openInterface(std::string_view id, std::string_view name, std::string_view suffix, std::string_view help) {
+    std::cout << "\n    [uuid(" << id << "), helpstring(" << quoted(help) << ")]\n    dispinterface _" << name << suffix
+              << "\n    {\n    properties:\n    methods:\n";
+}
+
+void printClass(const Class& of) {
+    const Identity* const identity = findIdentity(of.name);
+    if (identity == nullptr || of.events.empty() != identity->events.empty()) {
+        throw std::logic_error("incomplete identity of the class " + std::string(of.name));
+    }
+    openInterface(identity->members, of.name, "", std::string("Members of ").append(of.name));
+    for (const Member& member : of.members) printMember(member);
+    std::cout << "    };\n";
+    if (!of.events.empty()) {
+        openInterface(identity->events, of.name, "Events", std::string("Events of ").append(of.name));
+        for (const Event& event : of.events) printEvent(event);
+        std::cout << "    };\n";
+    }
+    std::cout << "\n    [uuid(" << identity->coclass << "), helpstring(" << quoted(of.summary) << ")]\n    coclass "
+              << of.name << "\n    {\n        [default] dispinterface _" << of.name << ";\n";
+    if (!of.events.empty()) std::cout << "        [default, source] dispinterface _" << of.name << "Events;\n";
+    std::cout << "    };\n";
+}
+
+void printLibrary() {
+    std::cout << "#include \"automation_types.idl\"\n\n[uuid(" << libraryId << "), version(" << libraryMajor << '.'
+              << libraryMinor << "), helpstring(\"Quill1XML\")]\nlibrary " << libraryName
+              << "\n{\n    importlib(\"stdole2.tlb\");\n";
+    for (const Class* each : classes()) printClass(*each);
+    std::cout << "};\n";
+    if (!std::cout.flush()) throw std::runtime_error("cannot write");
+}
+
+}  // namespace
+
+int main() {
+    try {
+        printLibrary();
+    } catch (const std::exception& error) {
+        std::cerr << "quill1xml-idl: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
