@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 namespace quill1xml::platform {
 namespace {
 
@@ -20,7 +22,7 @@ protected:
     std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema = nullptr) {
         ParseError error;
         auto document = xml_->parse(text, std::move(schema), error);
-        EXPECT_TRUE(document) << utf8(error.reason);
+        if (!document) throw std::runtime_error("does not parse: " + utf8(error.reason));
         EXPECT_EQ(error.code, 0);
         return document;
     }

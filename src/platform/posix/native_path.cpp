@@ -1,23 +1,14 @@
 #include "platform/posix/native_path.hpp"
 
 #include "quill1xml/error.hpp"
-#include "quill1xml/text.hpp"
 
 #include <algorithm>
 
 namespace quill1xml::platform {
 
-NativePath::NativePath(Text name) {
+NativePath::NativePath(Text name) : utf8_(name) {
     if (name.find(u'\0') != Text::npos) throw runtimeError(RuntimeError::fileNotFound, name);
-    const bool ascii = std::all_of(name.begin(), name.end(), [](char16_t c) { return c < 0x80; });
-    if (ascii && name.size() < short_.size()) {
-        char* const end = std::transform(name.begin(), name.end(), short_.begin(),
-                                         [](char16_t c) { return c == u'\\' ? '/' : static_cast<char>(c); });
-        *end = '\0';
-    } else {
-        long_ = toUtf8(name);
-        std::replace(long_.begin(), long_.end(), '\\', '/');
-    }
+    std::replace(utf8_.begin(), utf8_.end(), '\\', '/');
 }
 
 Text folderOf(Text name) {

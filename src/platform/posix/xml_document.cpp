@@ -1,9 +1,11 @@
 #include "platform/posix/xml_document.hpp"
 
 #include "platform/posix/files.hpp"
+#include "platform/posix/short_utf8.hpp"
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 #include <libxml/xmlsave.h>
@@ -17,23 +19,29 @@ struct Tree {
     std::u16string url;
 };
 
-/// Names are ASCII nearly always, and every reading of an attribute compares some: no conversion then.
-bool sameText(Text text, const xmlChar* utf8) {
-    const xmlChar* c = utf8;
-    for (const char16_t unit : text) {
-        if (unit >= 0x80) return toUtf8(text) == view(utf8);
-        if (unit != *c || unit == 0) return false;
-        ++c;
-    }
-    return *c == 0;
-}
+/// A qualified name to look for.
+class QualifiedName {
+public:
+    explicit QualifiedName(Text name) : utf8_(name), colon_(std::find(utf8_.begin(), utf8_.end(), ':')) {}
 
-bool hasName(Text name, const xmlChar* localName, const xmlNs* space) {
-    if (space == nullptr || space->prefix == nullptr) return sameText(name, localName);
-    const std::size_t colon = name.find(u':');
-    return colon != Text::npos && sameText(name.substr(0, colon), space->prefix) &&
-           sameText(name.substr(colon + 1), localName);
-}
+    bool isOf(const xmlChar* localName, const xmlNs* space) const {
+        return isOf(localName, space == nullptr ? nullptr : space->prefix);
+    }
+
+    bool isOf(const xmlChar* localName, const xmlChar* prefix) const {
+        if (prefix == nullptr) return equals(utf8_.begin(), localName);
+        return colon_ != utf8_.end() && std::string_view(utf8_.begin(), colon_) == view(prefix) &&
+               equals(colon_ + 1, localName);
+    }
+
+private:
+    static bool equals(const char* a, const xmlChar* b) {
+        return std::strcmp(a, reinterpret_cast<const char*>(b)) == 0;
+    }
+
+    const ShortUtf8 utf8_;
+    const char* colon_;
+};
 
 /// Values are ASCII mostly, which only needs widening.
 std::u16string widen(std::string_view utf8) {
@@ -42,13 +50,12 @@ std::u16string widen(std::string_view utf8) {
     return ascii ? std::u16string(utf8.begin(), utf8.end()) : toUtf16(utf8);
 }
 
-std::optional<std::u16string> namespaceDeclaration(const xmlNode* element, Text name) {
-    constexpr Text declaration = u"xmlns";
-    if (!name.starts_with(declaration)) return std::nullopt;
+std::optional<std::u16string> namespaceDeclaration(const xmlNode* element, const QualifiedName& name) {
+    const xmlChar* const declaration = BAD_CAST "xmlns";
+    const xmlChar* const noPrefix = nullptr;
     for (const xmlNs* space = element->nsDef; space != nullptr; space = space->next) {
-        const Text rest = name.substr(declaration.size());
         const bool found =
-            space->prefix == nullptr ? rest.empty() : rest.starts_with(u':') && sameText(rest.substr(1), space->prefix);
+            space->prefix == nullptr ? name.isOf(declaration, noPrefix) : name.isOf(space->prefix, declaration);
         if (found) return widen(space->href == nullptr ? std::string_view{} : view(space->href));
     }
     return std::nullopt;
@@ -59,12 +66,13 @@ public:
     XmlElement(std::shared_ptr<const Tree> tree, const xmlNode* node) : tree_(std::move(tree)), node_(node) {}
 
     std::optional<std::u16string> attribute(Text name) const override {
+        const QualifiedName qualified(name);
         for (const xmlAttr* attribute = node_->properties; attribute != nullptr; attribute = attribute->next) {
-            if (!hasName(name, attribute->name, attribute->ns)) continue;
+            if (!qualified.isOf(attribute->name, attribute->ns)) continue;
             // Without entities of its own a document has one text node for a value, none for an empty one.
             return attribute->children == nullptr ? std::u16string{} : widen(view(attribute->children->content));
         }
-        return namespaceDeclaration(node_, name);
+        return namespaceDeclaration(node_, qualified);
     }
 
     std::vector<std::shared_ptr<Element>> children(Text name) const override;
@@ -74,11 +82,11 @@ private:
     const xmlNode* node_;
 };
 
-bool isElement(const xmlNode* node, Text name) {
-    return node->type == XML_ELEMENT_NODE && hasName(name, node->name, node->ns);
+bool isElement(const xmlNode* node, const QualifiedName& name) {
+    return node->type == XML_ELEMENT_NODE && name.isOf(node->name, node->ns);
 }
 
-void appendChildren(std::vector<const xmlNode*>& out, const xmlNode* parent, Text name) {
+void appendChildren(std::vector<const xmlNode*>& out, const xmlNode* parent, const QualifiedName& name) {
     for (const xmlNode* node = parent->children; node != nullptr; node = node->next) {
         if (isElement(node, name)) out.push_back(node);
     }
@@ -94,7 +102,7 @@ std::vector<std::shared_ptr<Element>> wrap(const std::shared_ptr<const Tree>& tr
 
 std::vector<std::shared_ptr<Element>> XmlElement::children(Text name) const {
     std::vector<const xmlNode*> nodes;
-    appendChildren(nodes, node_, name);
+    appendChildren(nodes, node_, QualifiedName(name));
     return wrap(tree_, nodes);
 }
 
@@ -140,12 +148,13 @@ public:
     std::vector<std::shared_ptr<Element>> select(Text path) const override {
         std::size_t slash = path.find(u'/');
         std::vector<const xmlNode*> level;
-        if (isElement(rootNode(), path.substr(0, slash))) level.push_back(rootNode());
+        if (isElement(rootNode(), QualifiedName(path.substr(0, slash)))) level.push_back(rootNode());
         while (slash != Text::npos) {
             path.remove_prefix(slash + 1);
             slash = path.find(u'/');
+            const QualifiedName name(path.substr(0, slash));
             std::vector<const xmlNode*> next;
-            for (const xmlNode* node : level) appendChildren(next, node, path.substr(0, slash));
+            for (const xmlNode* node : level) appendChildren(next, node, name);
             level = std::move(next);
         }
         return wrap(tree_, level);
