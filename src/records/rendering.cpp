@@ -12,6 +12,10 @@ using Out = std::u16string;
 
 void appendAsGiven(Out& out, const Call& call, Field field) { out.append(call.text(field)); }
 
+void appendApostrophesDoubled(Out& out, const Call& call, Field field) {
+    for (const char16_t c : call.text(field)) out.append(c == u'\'' ? 2 : 1, c);
+}
+
 void appendEscaped(Out& out, const Call& call, Field field) { call.store.xmlText.encode(out, call.text(field), false); }
 
 void appendIntegerText(Out& out, const Call& call, Field field) {
@@ -37,6 +41,8 @@ void appendFileContent(Out& out, const Call& call, Field field) {
 }  // namespace
 
 constinit const Rendering asGiven{&appendAsGiven, ValueType::text, "as given, not escaped"};
+constinit const Rendering apostrophesDoubled{&appendApostrophesDoubled, ValueType::text,
+                                             "every apostrophe doubled, not escaped"};
 constinit const Rendering escaped{&appendEscaped, ValueType::text, "escaped"};
 constinit const Rendering integerText{&appendIntegerText, ValueType::integer, "integer text"};
 constinit const Rendering flag{&appendIntegerText, ValueType::flag, "0 or 1"};

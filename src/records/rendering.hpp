@@ -48,6 +48,7 @@ struct Rendering {
 };
 
 extern const Rendering asGiven;
+extern const Rendering apostrophesDoubled;
 extern const Rendering escaped;
 extern const Rendering integerText;
 extern const Rendering flag;

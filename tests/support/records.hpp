@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,19 +28,54 @@ struct Refused {
     const char* description;
 };
 
-/// All that a call appends to packet files, whichever they are.
-inline std::string writtenBy(const Call& call) {
+/// The packet files, by name, that a call leaves in folder "T".
+inline std::map<std::string, std::string> filesWrittenBy(const Call& call) {
     FakeEnvironment fake;
     Store store(fake.environment());
     store.SetTempFilePath({u"T"});
     call(store);
-    std::u16string all;
-    for (const auto& [name, text] : fake.files->texts) all += text;
-    return utf8(all);
+    std::map<std::string, std::string> files;
+    for (const auto& [name, text] : fake.files->texts) files[utf8(name)] = utf8(text);
+    return files;
+}
+
+/// All that a call appends to packet files, whichever they are.
+inline std::string writtenBy(const Call& call) {
+    std::string all;
+    for (const auto& [name, text] : filesWrittenBy(call)) all += text;
+    return all;
 }
 
 inline void expectWritten(const std::vector<Written>& cases) {
     for (const Written& c : cases) EXPECT_EQ(writtenBy(c.call), c.xml);
+}
+
+/// A text of so many "~", at most 1001.
+inline Text tildes(std::size_t size) {
+    static const std::u16string longest(1001, u'~');
+    return Text(longest).substr(0, size);
+}
+
+/// Fills capped attributes: up to their caps, or one beyond.
+struct Filler {
+    bool beyond;
+    Text operator()(std::size_t cap) const { return tildes(beyond ? cap + 1 : cap); }
+    Text key(std::size_t cap) const { return tildes(beyond ? 1 : cap); }
+};
+
+struct Capped {
+    std::function<void(Store&, Filler)> call;
+    std::ptrdiff_t caps;  ///< the sum of all
+    const char* keys;     ///< what is written when every other text is one beyond its cap
+};
+
+/// Every attribute is written up to its cap and left out beyond it.
+inline void expectCaps(const std::vector<Capped>& cases) {
+    for (const Capped& c : cases) {
+        const std::string full = writtenBy([&](Store& store) { c.call(store, {false}); });
+        EXPECT_EQ(std::ranges::count(full, '~'), c.caps) << full;
+        EXPECT_EQ(writtenBy([&](Store& store) { c.call(store, {true}); }), c.keys);
+    }
 }
 
 /// Each call fails as given, is logged, and leaves no file behind.
@@ -57,6 +94,20 @@ inline void expectRefused(const std::vector<Refused>& cases) {
         }
         EXPECT_FALSE(fake.log->entries.empty()) << c.description;
         EXPECT_TRUE(fake.files->texts.empty()) << c.description;
+    }
+}
+
+/// A call that a record of the method's name refuses.
+struct BadKey {
+    Call call;
+    std::string method;
+    const char* description;
+};
+
+inline void expectBadKeys(const std::vector<BadKey>& cases) {
+    for (const BadKey& c : cases) {
+        const std::string source = "Quill1XML.Store." + c.method + "()";
+        expectRefused({{c.call, applicationError, source.c_str(), c.description}});
     }
 }
 
