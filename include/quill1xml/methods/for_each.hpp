@@ -42,3 +42,12 @@
         QUILL1XML_11_TO_15(type, name, __VA_ARGS__), QUILL1XML_16_TO_20(type, name, __VA_ARGS__)
 #define QUILL1XML_1_TO_20(type, name, ...) \
     QUILL1XML_1_TO_3(type, name, __VA_ARGS__), QUILL1XML_4_TO_20(type, name, __VA_ARGS__)
+
+// Numbered pairs in turn: (Text, strCaption1, u""), (Text, strDataType1, u""), (Text, strCaption2, u""), ...
+#define QUILL1XML_PAIR(n, type, one, two, ...) (type, one##n, __VA_ARGS__), (type, two##n, __VA_ARGS__)
+#define QUILL1XML_PAIRS_1_TO_15(...)                                                                       \
+    QUILL1XML_PAIR(1, __VA_ARGS__), QUILL1XML_PAIR(2, __VA_ARGS__), QUILL1XML_PAIR(3, __VA_ARGS__),        \
+        QUILL1XML_PAIR(4, __VA_ARGS__), QUILL1XML_PAIR(5, __VA_ARGS__), QUILL1XML_PAIR(6, __VA_ARGS__),    \
+        QUILL1XML_PAIR(7, __VA_ARGS__), QUILL1XML_PAIR(8, __VA_ARGS__), QUILL1XML_PAIR(9, __VA_ARGS__),    \
+        QUILL1XML_PAIR(10, __VA_ARGS__), QUILL1XML_PAIR(11, __VA_ARGS__), QUILL1XML_PAIR(12, __VA_ARGS__), \
+        QUILL1XML_PAIR(13, __VA_ARGS__), QUILL1XML_PAIR(14, __VA_ARGS__), QUILL1XML_PAIR(15, __VA_ARGS__)
