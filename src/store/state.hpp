@@ -38,6 +38,8 @@ struct State {
     bool schemaValid = false;
     std::u16string uploadResult;  ///< "file number,file number", cleared by Send
 
+    std::u16string openDebtor;  ///< the id of the debtor that is not locked yet
+
     std::u16string element;     ///< buffer of the record being written
     std::u16string packetKind;  ///< buffer of its kind and packet number
     std::u16string fileName;    ///< buffer of its packet file's name
