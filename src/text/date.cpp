@@ -128,7 +128,9 @@ Date Date::fromText(Text text) {
         }
     }
     if (!fields.atEnd() || !exists(time)) Fields::fail();
-    return fromSeconds(secondsOf(time) + (roundUp ? 1 : 0));
+    const std::int64_t seconds = secondsOf(time) + (roundUp ? 1 : 0);
+    if (seconds >= (lastDay + 1) * secondsPerDay) Fields::fail();
+    return fromSeconds(seconds);
 }
 
 CalendarTime toCalendar(Date date) {

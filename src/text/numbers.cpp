@@ -2,6 +2,7 @@
 
 #include "quill1xml/error.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -47,7 +48,9 @@ Decimal toDecimal(double value) {
     std::array<char, 32> text;
     auto end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific).ptr;
     readScientific(decimal, {text.data(), end});
-    if (decimal.count > significantDigits) {
+    // The shortest text that names a denormal number has fewer digits than the number itself.
+    const bool denormal = magnitude > 0 && magnitude < std::numeric_limits<double>::min();
+    if (decimal.count > significantDigits || denormal) {
         end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific,
                             significantDigits - 1)
                   .ptr;
@@ -174,6 +177,23 @@ std::string plainNumber(Text text) {
     return plain;
 }
 
+/// What a number is that no double can hold: too small is zero, as for an automation host; too large is an overflow.
+double beyondRange(std::string_view plain) {
+    const std::size_t e = std::min(plain.find('e'), plain.size());
+    const std::size_t point = std::min(plain.find('.'), e);
+    const std::size_t first = plain.find_first_of("123456789");
+    if (first >= e) return 0;
+    std::string_view exponentText = plain.substr(std::min(e + 1, plain.size()));
+    const bool negative = exponentText.starts_with('-');
+    if (exponentText.starts_with('+')) exponentText.remove_prefix(1);
+    int exponent = 0;
+    const auto [end, error] = std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+    const bool huge = error == std::errc::result_out_of_range;
+    const std::int64_t digitsBefore = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    if (huge ? negative : exponent + digitsBefore < 0) return 0;
+    throw runtimeError(RuntimeError::overflow);
+}
+
 template <class Whole>
 Whole roundTo(double value) {
     const double whole = std::nearbyint(value);
@@ -206,12 +226,7 @@ double toDouble(Text text) {
     const std::string plain = plainNumber(text);
     double value = 0;
     const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
-    if (error == std::errc::result_out_of_range) {
-        // Too small is zero, as for an automation host; too large is an overflow.
-        const std::size_t e = plain.find('e');
-        if (e != std::string::npos && plain[e + 1] == '-') return 0;
-        throw runtimeError(RuntimeError::overflow);
-    }
+    if (error == std::errc::result_out_of_range) return beyondRange(plain);
     if (end != plain.data() + plain.size()) notANumber(text);
     return value;
 }
