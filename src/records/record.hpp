@@ -99,6 +99,7 @@ struct Shape {
     std::u16string_view begin = u"<";  ///< before the element's name
     std::u16string_view afterName{};   ///< between the element's name and its attributes
     std::u16string_view end = u"/>";   ///< after the attributes
+    bool continuesStartTag = false;    ///< goes on with the start tag of another record: nothing stands before
     bool carriesStoreId = false;       ///< the kind in file names goes on with the store number and "_"
     Prologue prologue = nullptr;
     Delivery delivery = appendToPacket;
@@ -276,6 +277,9 @@ consteval Record record(std::u16string_view element, Rows, const Shape& shape = 
 }
 
 // ---- Writing records
+
+/// Throws the error of a row whose check failed.
+[[noreturn]] void refuse(const Record& record, const Row& row, const Call& call);
 
 /// Appends the element to a buffer: checks keys and writes attributes, in the order of the rows.
 /// Throws the Error of the first check that fails, or of a value that cannot be rendered.

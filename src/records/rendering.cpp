@@ -2,8 +2,11 @@
 
 #include "store/file_encoding.hpp"
 #include "store/state.hpp"
+#include "text/blanks.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
+
+#include <cstdlib>
 
 namespace quill1xml::records {
 namespace {
@@ -18,8 +21,30 @@ void appendApostrophesDoubled(Out& out, const Call& call, Field field) {
 
 void appendEscaped(Out& out, const Call& call, Field field) { call.store.xmlText.encode(out, call.text(field), false); }
 
+void appendEscapedAll(Out& out, const Call& call, Field field) {
+    call.store.xmlText.encode(out, call.text(field), true);
+}
+
+void appendTrimmedEscaped(Out& out, const Call& call, Field field) {
+    call.store.xmlText.encode(out, trimBlanks(call.text(field)), false);
+}
+
+/// Characters 2 to 37: a GUID without its braces.
+void appendGuidBody(Out& out, const Call& call, Field field) {
+    const Text text = call.text(field);
+    if (!text.empty()) out.append(text.substr(1, 36));
+}
+
+void appendIntegerFromText(Out& out, const Call& call, Field field) { appendInteger(out, toLong(call.text(field))); }
+
+void appendStrFromText(Out& out, const Call& call, Field field) { appendStrText(out, toDouble(call.text(field))); }
+
 void appendIntegerText(Out& out, const Call& call, Field field) {
     appendInteger(out, static_cast<std::int64_t>(call.number(field)));
+}
+
+void appendAbsoluteInteger(Out& out, const Call& call, Field field) {
+    appendInteger(out, std::abs(static_cast<std::int64_t>(call.number(field))));
 }
 
 void appendNumber(Out& out, const Call& call, Field field) {
@@ -44,8 +69,15 @@ constinit const Rendering asGiven{&appendAsGiven, ValueType::text, "as given, no
 constinit const Rendering apostrophesDoubled{&appendApostrophesDoubled, ValueType::text,
                                              "every apostrophe doubled, not escaped"};
 constinit const Rendering escaped{&appendEscaped, ValueType::text, "escaped"};
+constinit const Rendering escapedAll{&appendEscapedAll, ValueType::text, "escaped, with all extended characters"};
+constinit const Rendering trimmedEscaped{&appendTrimmedEscaped, ValueType::text, "trimmed, then escaped"};
+constinit const Rendering guidBody{&appendGuidBody, ValueType::text, "characters 2 to 37, not escaped"};
+constinit const Rendering integerFromText{&appendIntegerFromText, ValueType::integer,
+                                          "the text read as a whole number"};
+constinit const Rendering strFromText{&appendStrFromText, ValueType::number, "the text read as a number, Str text"};
 constinit const Rendering integerText{&appendIntegerText, ValueType::integer, "integer text"};
 constinit const Rendering flag{&appendIntegerText, ValueType::flag, "0 or 1"};
+constinit const Rendering absoluteInteger{&appendAbsoluteInteger, ValueType::integer, "its absolute value"};
 constinit const Rendering numberText{&appendNumber, ValueType::localNumber, "number text"};
 constinit const Rendering strText{&appendStr, ValueType::number, "Str text"};
 constinit const Rendering currencyStrText{&appendCurrencyStr, ValueType::number, "Str text, rounded to 4 decimals"};

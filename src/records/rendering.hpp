@@ -50,7 +50,13 @@ struct Rendering {
 extern const Rendering asGiven;
 extern const Rendering apostrophesDoubled;
 extern const Rendering escaped;
+extern const Rendering escapedAll;
+extern const Rendering trimmedEscaped;
+extern const Rendering guidBody;
 extern const Rendering integerText;
+extern const Rendering absoluteInteger;
+extern const Rendering integerFromText;
+extern const Rendering strFromText;
 extern const Rendering flag;
 extern const Rendering numberText;
 extern const Rendering strText;

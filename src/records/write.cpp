@@ -92,11 +92,6 @@ std::u16string fillIn(Text message, const Record& record, const Call& call) {
     return text.append(message);
 }
 
-[[noreturn]] void refuse(const Record& record, const Row& row, const Call& call) {
-    throw Error(applicationError, row.source.empty() ? record.source() : std::u16string(row.source),
-                fillIn(row.message, record, call));
-}
-
 void appendAttribute(std::u16string& out, const Row& row, const Call& call) {
     out.push_back(u' ');
     out.append(row.name.view());
@@ -146,6 +141,11 @@ std::u16string Record::source() const {
     return u"Quill1XML.Store." + toUtf16(method) + u"()";
 }
 
+void refuse(const Record& record, const Row& row, const Call& call) {
+    throw Error(applicationError, row.source.empty() ? record.source() : std::u16string(row.source),
+                fillIn(row.message, record, call));
+}
+
 void appendAttributes(std::u16string& out, const Record& record, const Call& call) {
     bool written = false;
     for (const Row& row : record.rows) {
@@ -168,7 +168,9 @@ void appendAttributes(std::u16string& out, const Record& record, const Call& cal
 }
 
 void appendElement(std::u16string& out, const Record& record, const Call& call) {
-    out.append(record.shape.begin).append(record.element).append(record.shape.afterName);
+    if (!record.shape.continuesStartTag) {
+        out.append(record.shape.begin).append(record.element).append(record.shape.afterName);
+    }
     appendAttributes(out, record, call);
     out.append(record.shape.end);
 }

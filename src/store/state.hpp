@@ -38,7 +38,17 @@ struct State {
     bool schemaValid = false;
     std::u16string uploadResult;  ///< "file number,file number", cleared by Send
 
-    std::u16string openDebtor;  ///< the id of the debtor that is not locked yet
+    // Records that are built over several calls; an empty header means that none is open.
+    std::u16string openProduct;
+    std::u16string productAttributes;
+    std::u16string productPromotions;
+    std::u16string openOrder;
+    std::u16string orderFieldValues;
+    std::u16string orderLines;
+    std::u16string openQuote;
+    std::u16string quoteLines;
+    std::u16string openExternalOrder;  ///< its number
+    std::u16string openDebtor;         ///< its id
 
     std::u16string element;     ///< buffer of the record being written
     std::u16string packetKind;  ///< buffer of its kind and packet number

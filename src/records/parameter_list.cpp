@@ -1,0 +1,72 @@
+#include "records/parameter_list.hpp"
+
+#include "exchange/receipt.hpp"
+#include "quill1xml/text.hpp"
+#include "text/numbers.hpp"
+
+#include <cstring>
+
+namespace quill1xml::records {
+namespace {
+
+std::shared_ptr<platform::Element> rootOf(const store::State& store, Text list) {
+    platform::ParseError error;
+    const auto document = store.environment.xml->parse(list, nullptr, error);
+    if (document == nullptr) throw Error(error.code, error.sourceText, error.reason);
+    return document->root();
+}
+
+template <class Value>
+void put(void* values, const Parameter& parameter, const Value& value) {
+    std::memcpy(static_cast<unsigned char*>(values) + parameter.offset, &value, sizeof value);
+}
+
+void read(void* values, const Parameter& parameter, const std::u16string& text) {
+    switch (parameter.type) {
+        case Type::integer:
+            put(values, parameter, toInteger(text));
+            break;
+        case Type::longInteger:
+            put(values, parameter, toLong(text));
+            break;
+        case Type::floating:
+            put(values, parameter, toDouble(text));
+            break;
+        case Type::date:
+            put(values, parameter, Date::fromText(text));
+            break;
+        default:
+            put(values, parameter, Text(text));
+            break;
+    }
+}
+
+}  // namespace
+
+void readParameterList(const store::State& store, Text list, std::span<const Parameter> parameters, void* values,
+                       TextStore& texts) {
+    const auto root = rootOf(store, list);
+    for (const Parameter& parameter : parameters) {
+        const std::u16string name = toUtf16(parameter.name);
+        if (!parameter.required && !root->attribute(name)) continue;
+        texts.push_back(exchange::requiredAttribute(*root, name));
+        read(values, parameter, texts.back());
+    }
+}
+
+void appendListAttribute(std::u16string& out, std::string_view name, Text value) {
+    out.append(u" ").append(toUtf16(name)).append(u"=\"");
+    for (const char16_t c : value) {
+        const bool reserved = c == u'&' || c == u'"' || c == u'<' || c == u'>';
+        if (reserved || c == u'\t' || c == u'\r' || c == u'\n') {
+            out.append(u"&#");
+            appendInteger(out, c);
+            out.push_back(u';');
+        } else {
+            out.push_back(c);
+        }
+    }
+    out.push_back(u'"');
+}
+
+}  // namespace quill1xml::records

@@ -1,0 +1,32 @@
+// XML parameter lists: one element whose attributes are the values of an order or a quotation.
+#pragma once
+
+#include "store/parameters.hpp"
+#include "store/state.hpp"
+
+#include <deque>
+#include <string>
+
+namespace quill1xml::records {
+
+/// The texts that a parameter list's values refer to.
+using TextStore = std::deque<std::u16string>;
+
+/// Fills in a struct of values from the attributes of the list's root element, in the order of the parameters, so that
+/// the first missing or unconvertible one decides the error. Throws the parser's code, source text and reason when the
+/// list is not XML, 91 for a missing attribute, 13 and 6 for values that do not convert.
+void readParameterList(const store::State& store, Text list, std::span<const Parameter> parameters, void* values,
+                       TextStore& texts);
+
+/// Reads a list into a described struct of values.
+template <class Values>
+Values readParameterList(const store::State& store, Text list, TextStore& texts) {
+    Values values;
+    readParameterList(store, list, parametersOf<Values>, &values, texts);
+    return values;
+}
+
+/// Appends an attribute to the text of a list being written.
+void appendListAttribute(std::u16string& out, std::string_view name, Text value);
+
+}  // namespace quill1xml::records
