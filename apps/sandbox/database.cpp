@@ -42,13 +42,9 @@ void Statement::bindValue(int index, std::string_view text) {
     check(sqlite3_bind_text64(handle_.get(), index, data, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
 }
 
-void Statement::bindValue(int index, std::int64_t number) {
-    check(sqlite3_bind_int64(handle_.get(), index, number));
-}
+void Statement::bindValue(int index, std::int64_t number) { check(sqlite3_bind_int64(handle_.get(), index, number)); }
 
-void Statement::bindNull(int index) {
-    check(sqlite3_bind_null(handle_.get(), index));
-}
+void Statement::bindNull(int index) { check(sqlite3_bind_null(handle_.get(), index)); }
 
 void Statement::bindValue(int index, Blob blob) {
     const char* data = blob.bytes.empty() ? "" : blob.bytes.data();
@@ -67,17 +63,11 @@ std::string Statement::text(int column) const {
     return size == 0 ? std::string() : std::string(static_cast<const char*>(data), size);
 }
 
-std::int64_t Statement::integer(int column) const {
-    return sqlite3_column_int64(handle_.get(), column);
-}
+std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
 
-bool Statement::isNull(int column) const {
-    return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
-}
+bool Statement::isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
 
-Transaction::Transaction(Database& database) : database_(&database) {
-    database.execute("BEGIN IMMEDIATE");
-}
+Transaction::Transaction(Database& database) : database_(&database) { database.execute("BEGIN IMMEDIATE"); }
 
 Transaction::~Transaction() {
     if (database_ == nullptr) return;

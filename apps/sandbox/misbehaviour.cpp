@@ -30,13 +30,9 @@ std::string textIn(const Json& json, const char* name, const char* usual) {
     return found->get<std::string>();
 }
 
-int statusIn(const Json& json, int usual) {
-    return static_cast<int>(integerIn(json, "status", usual, 200, 599));
-}
+int statusIn(const Json& json, int usual) { return static_cast<int>(integerIn(json, "status", usual, 200, 599)); }
 
-Misbehaviour answer(Reply reply) {
-    return {Misbehaviour::Action::answer, {}, std::move(reply)};
-}
+Misbehaviour answer(Reply reply) { return {Misbehaviour::Action::answer, {}, std::move(reply)}; }
 
 Misbehaviour refuse(const Json& json) {
     using Limits = std::numeric_limits<std::int32_t>;

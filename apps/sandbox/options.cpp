@@ -42,7 +42,8 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
     std::int64_t delay = 0;
     std::array<std::vector<std::string>, std::size(misbehaviourOptions)> plans;
 
-    CLI::App app("A small web store on this machine to publish to, for trying things out.", "webstore-sandbox");
+    CLI::App app("A small web store on this machine to publish to and fetch from, for trying things out.",
+                 "webstore-sandbox");
     app.footer(
         "The options that take an N may be repeated. Uploads are counted from 1; \"/ENDPOINT:N\" counts the posts to\n"
         "another endpoint. At run time POST /misbehave does the same: {\"upload\": \"next\", \"action\": \"refuse\"}.");
@@ -54,6 +55,13 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
     app.add_option("--database", settings.database, "Keep everything in this SQLite file; \":memory:\" forgets it")
         ->capture_default_str()
         ->type_name("FILE");
+    app.add_flag("--seed", settings.seed, "Start with sample customers, orders and quotations");
+    app.add_option("--user", settings.user, "Who may download and send images")
+        ->capture_default_str()
+        ->type_name("NAME");
+    app.add_option("--password", settings.password, "The password of that user")
+        ->capture_default_str()
+        ->type_name("TEXT");
     app.add_option("--delay", delay, "Wait so long before every answer to a post")
         ->check(CLI::Range(0, 3600'000))
         ->type_name("MS");

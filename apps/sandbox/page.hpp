@@ -12,6 +12,10 @@ struct Overview {
     std::string url;
     Json imports;
     Json kinds;
+    Json customers;
+    Json orders;
+    Json quotations;
+    Json images;
 };
 
 /// A complete HTML document in UTF-8 that needs nothing else: no scripts, no style sheets, no fonts.

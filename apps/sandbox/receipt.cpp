@@ -22,8 +22,6 @@ std::string acceptedReceipt(std::int64_t importNumber) {
            "\"><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>";
 }
 
-std::string acceptedReceipt() {
-    return "<Receipt><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>";
-}
+std::string acceptedReceipt() { return "<Receipt><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>"; }
 
 }  // namespace quill1xml::sandbox

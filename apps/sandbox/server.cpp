@@ -1,7 +1,10 @@
 #include "server.hpp"
 
+#include "download.hpp"
+#include "image.hpp"
 #include "page.hpp"
 #include "receipt.hpp"
+#include "seed.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -71,7 +74,13 @@ void answerException(const httplib::Request&, httplib::Response& response, std::
 }  // namespace
 
 Server::Server(Format format, const Settings& settings)
-    : format_(std::move(format)), schema_(format_.xsd), storage_(settings.database), delay_(settings.delay) {
+    : format_(std::move(format)),
+      schema_(format_.xsd),
+      storage_(settings.database),
+      delay_(settings.delay),
+      user_(settings.user),
+      password_(settings.password) {
+    if (settings.seed) seed();
     for (const PlannedMisbehaviour& planned : settings.misbehaviours) plan_.add(planned);
 
     http_.set_payload_max_length(longestBody);
@@ -80,6 +89,8 @@ Server::Server(Format format, const Settings& settings)
         if (response.body.empty()) answerError(response, response.status, statusText(request, response.status));
     });
     addUploads();
+    addDownloads();
+    addImages();
     addQueries();
 
     port_ = settings.port == 0 ? http_.bind_to_any_port(host) : settings.port;
@@ -142,6 +153,13 @@ void Server::addCommand(const std::string& path, Command command) {
     });
 }
 
+void Server::addJson(const std::string& pattern, std::function<Json()> json) {
+    http_.Get(pattern, [json = std::move(json)](const httplib::Request& request, httplib::Response& response) {
+        allowParameters(request, {});
+        answerJson(response, json());
+    });
+}
+
 void Server::addText(const std::string& pattern, const char* contentType, std::function<std::string()> text) {
     http_.Get(pattern,
               [contentType, text = std::move(text)](const httplib::Request& request, httplib::Response& response) {
@@ -157,30 +175,78 @@ std::string Server::upload(const std::string& body) {
     return acceptedReceipt(storage_.import(readStoreDocument(document.get(), format_.keyAttributes)));
 }
 
+std::size_t Server::seed() {
+    const XmlDocument document = parseXml(sampleDocument(), "Sample data");
+    return storage_.seed(readStoreDocument(document.get(), format_.keyAttributes));
+}
+
+void Server::requireLogin(const std::string& user, const std::string& password) const {
+    if (user != user_ || password != password_)
+        throw Refusal(RefusalNumber::login, "Login", "Wrong user name or password.");
+}
+
 void Server::addUploads() {
     addExchange("/upload", [this](const std::string& body) { return upload(body); });
     addCommand("/misbehave", [this](const std::string& body) {
         const PlannedMisbehaviour planned = plannedFromJson(Json::parse(body, nullptr, false));
         return Json{{"endpoint", planned.endpoint}, {"upload", plan_.add(planned)}};
     });
+    addCommand("/seed", [this](const std::string&) { return Json{{"records", seed()}}; });
+}
+
+void Server::addDownloads() {
+    for (const Download& download : {customers, orders, quotations})
+        addExchange(download.endpoint, [this, download](const std::string& body) {
+            auto form = readForm(body);
+            requireLogin(form["UserName"], form["Password"]);
+            return downloadDocument(storeIdIn(form), storage_.current(download.element, download.keyAttribute));
+        });
+    // What a customer has ordered before is what they can order again without a connection.
+    addExchange("/offline-products", [this](const std::string& body) {
+        auto form = readForm(body);
+        const std::string& address = form["CustomerEmailAddress"];
+        if (address.empty()) throw Refusal(RefusalNumber::badRequest, "Request", "The form names no customer.");
+        return downloadDocument(storeIdIn(form), recordsWith(storage_.current(orders.element, orders.keyAttribute),
+                                                             "EMailAddress", address));
+    });
+}
+
+void Server::addImages() {
+    addExchange("/images", [this](const std::string& body) {
+        const XmlDocument document = parseXml(body, "Images");
+        const ImageRequest request = readImageRequest(document.get());
+        requireLogin(request.user, request.password);
+        storage_.applyImage(request);
+        return acceptedReceipt();
+    });
+    addJson("/images", [this] { return storage_.images(); });
+    http_.Get("/images/([^/]+)/([^/]+)", [this](const httplib::Request& request, httplib::Response& response) {
+        const std::optional<std::string> bytes = storage_.image(request.matches[1], request.matches[2]);
+        if (!bytes) {
+            response.status = 404;
+            return;
+        }
+        response.set_header("X-Content-Type-Options", "nosniff");
+        response.set_content(*bytes, imageType(*bytes));
+    });
 }
 
 void Server::addQueries() {
-    http_.Get("/imports", [this](const httplib::Request& request, httplib::Response& response) {
-        allowParameters(request, {});
-        answerJson(response, storage_.imports());
-    });
-    http_.Get("/kinds", [this](const httplib::Request& request, httplib::Response& response) {
-        allowParameters(request, {});
-        answerJson(response, storage_.kinds());
-    });
+    addJson("/imports", [this] { return storage_.imports(); });
+    addJson("/kinds", [this] { return storage_.kinds(); });
     http_.Get("/records", [this](const httplib::Request& request, httplib::Response& response) {
         allowParameters(request, {"kind", "key"});
         answerJson(response, storage_.records(parameter(request, "kind"), parameter(request, "key")));
     });
     addText(R"(/schema\.xsd)", xmlType, [this] { return format_.xsd; });
     addText(R"(/schema\.xdr)", xmlType, [this] { return format_.xdr; });
-    addText("/", "text/html; charset=utf-8", [this] { return page({url(), storage_.imports(), storage_.kinds()}); });
+    addText("/", "text/html; charset=utf-8", [this] {
+        const auto current = [this](const Download& download) {
+            return storage_.current(download.element, download.keyAttribute);
+        };
+        return page({url(), storage_.imports(), storage_.kinds(), current(customers), current(orders),
+                     current(quotations), storage_.images()});
+    });
 }
 
 }  // namespace quill1xml::sandbox

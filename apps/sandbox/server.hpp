@@ -29,6 +29,9 @@ struct Settings {
     int port = 0;                        ///< 0 picks a free one
     std::chrono::milliseconds delay{0};  ///< before every answer to a post
     std::vector<PlannedMisbehaviour> misbehaviours = {};
+    std::string user = "demo";  ///< who may download and send images
+    std::string password = "demo";
+    bool seed = false;  ///< start with sample data
 };
 
 /// Serves from construction to destruction, on threads of its own.
@@ -56,11 +59,19 @@ private:
 
     void addExchange(const std::string& path, Exchange exchange);
     void addCommand(const std::string& path, Command command);
+    void addJson(const std::string& pattern, std::function<Json()> json);
     void addText(const std::string& pattern, const char* contentType, std::function<std::string()> text);
     void addUploads();
+    void addDownloads();
+    void addImages();
     void addQueries();
 
     std::string upload(const std::string& body);
+    std::size_t seed();
+
+    /// Throws a Refusal unless these are the credentials of the store.
+    void requireLogin(const std::string& user, const std::string& password) const;
+
     void misbehave(const Misbehaviour& misbehaviour, httplib::Response& response);
 
     Format format_;
@@ -68,6 +79,8 @@ private:
     Storage storage_;
     MisbehaviourPlan plan_;
     std::chrono::milliseconds delay_;
+    std::string user_;
+    std::string password_;
 
     std::mutex mutex_;
     std::condition_variable stopped_;

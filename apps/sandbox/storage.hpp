@@ -3,10 +3,12 @@
 //     imports  one row per accepted store document: number, time (UTC), store id, user, root attributes (JSON)
 //     records  one row per record, in the order of arrival: import (null for sample data), kind, key,
 //              attributes (JSON), children (JSON), xml
+//     images   one row per image: folder, name, whether a thumbnail was asked for, bytes
 #pragma once
 
 #include "database.hpp"
 #include "document.hpp"
+#include "image.hpp"
 
 #include <cstdint>
 #include <mutex>
@@ -24,6 +26,9 @@ public:
     /// Keeps a document whole and returns its import number: 1 for the first, then without gaps.
     std::int64_t import(const StoreDocument& document);
 
+    /// Keeps the records of a sample document, unless there is sample data already. Returns how many it kept.
+    std::size_t seed(const StoreDocument& document);
+
     /// [{"import", "time", "storeId", "user", "store", "records", "kinds": {kind: count}}], oldest first.
     Json imports();
 
@@ -32,6 +37,18 @@ public:
 
     /// [{"kind", "key", "import", "attributes", "children", "xml"}], oldest first, of one kind or key if given.
     Json records(const std::optional<std::string>& kind, const std::optional<std::string>& key);
+
+    /// As records, but of each value of the key attribute only the latest record, and none that is marked as deleted.
+    Json current(const std::string& kind, const std::string& keyAttribute);
+
+    /// Keeps an image in place of any former one of its name and folder, or takes it away if there is one.
+    void applyImage(const ImageRequest& request);
+
+    /// [{"folder", "name", "type", "size", "thumbnail"}], in the order of their names; the size in bytes.
+    Json images();
+
+    /// The bytes of an image; nothing when there is none.
+    std::optional<std::string> image(const std::string& folder, const std::string& name);
 
 private:
     void insert(const StoreDocument& document, std::optional<std::int64_t> importNumber);

@@ -12,8 +12,6 @@
 namespace quill1xml::sandbox {
 namespace {
 
-constexpr std::string_view instanceNamespace = "http://www.w3.org/2001/XMLSchema-instance";
-
 struct FreeParser {
     void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
 };
@@ -47,20 +45,6 @@ constexpr auto keepFirst = [](void* description, auto* error) {
     if (text.empty()) text = describe(*error);
 };
 
-/// The validator would follow xsi:schemaLocation to files and into the shared schema.
-void dropSchemaHints(xmlNode* element) {
-    for (xmlAttr* attribute = element->properties; attribute != nullptr;) {
-        xmlAttr* next = attribute->next;
-        const std::string_view name = view(attribute->name);
-        if (attribute->ns != nullptr && view(attribute->ns->href) == instanceNamespace &&
-            (name == "schemaLocation" || name == "noNamespaceSchemaLocation"))
-            xmlRemoveProp(attribute);
-        attribute = next;
-    }
-    for (xmlNode* child = xmlFirstElementChild(element); child != nullptr; child = xmlNextElementSibling(child))
-        dropSchemaHints(child);
-}
-
 }  // namespace
 
 XmlDocument parseXml(std::string_view utf8, std::string_view source) {
@@ -88,9 +72,7 @@ std::string attributeValue(const xmlNode* element, const char* name) {
     return std::string(view(value.get()));
 }
 
-std::string_view localName(const xmlNode* node) {
-    return view(node->name);
-}
+std::string_view localName(const xmlNode* node) { return view(node->name); }
 
 std::string_view namespaceOf(const xmlNode* node) {
     return node->ns == nullptr ? std::string_view() : view(node->ns->href);
@@ -106,7 +88,6 @@ XmlSchema::XmlSchema(std::string_view xsd) : text_(parseXml(xsd, "Schema")) {
 }
 
 void XmlSchema::check(xmlDoc* document) const {
-    dropSchemaHints(xmlDocGetRootElement(document));
     const std::unique_ptr<xmlSchemaValidCtxt, FreeValidator> validator(xmlSchemaNewValidCtxt(schema_.get()));
     if (!validator) throw std::bad_alloc();
     std::string failure;

@@ -31,7 +31,7 @@ public:
     /// Throws std::runtime_error, or a Refusal of the source "Schema", when the schema itself is broken.
     explicit XmlSchema(std::string_view xsd);
 
-    /// Throws a Refusal with the first failure and its line. Takes the document's own hints at schemas away.
+    /// Throws a Refusal with the first failure and its line.
     void check(xmlDoc* document) const;
 
 private:

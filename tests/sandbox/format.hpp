@@ -20,15 +20,18 @@ inline Format testFormat() {
                       <xs:attribute name="Description"/>
                       <xs:attribute name="Rate" type="xs:decimal"/>
                     </xs:complexType></xs:element>
-                    <xs:element name="Order"><xs:complexType>
-                      <xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
-                      <xs:anyAttribute processContents="skip"/>
-                    </xs:complexType></xs:element>
+                    <xs:element name="Order" type="Free"/>
+                    <xs:element name="Quote" type="Free"/>
+                    <xs:element name="DebtorStaff" type="Free"/>
                   </xs:choice>
                 </xs:sequence>
                 <xs:attribute name="StoreID" type="xs:int" use="required"/>
                 <xs:attribute name="Name"/>
               </xs:complexType></xs:element>
+              <xs:complexType name="Free">
+                <xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
+                <xs:anyAttribute processContents="skip"/>
+              </xs:complexType>
             </xs:schema>)",
             .xdr = "<Schema xmlns=\"urn:schemas-microsoft-com:xml-data\"/>",
             .keyAttributes = [](std::string_view element) -> std::vector<std::string> {

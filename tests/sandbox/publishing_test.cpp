@@ -1,31 +1,17 @@
 #include "format.hpp"
 #include "scenario.hpp"
 
+#include <unistd.h>
+
 #include <chrono>
-#include <fstream>
+#include <cstdio>
 #include <future>
 #include <stdexcept>
 
 namespace quill1xml::sandbox {
 namespace {
 
-std::string accepted(int number) {
-    return "<Receipt ImportNumber=\"" + std::to_string(number) +
-           "\"><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>";
-}
-
-std::string refused(int number, const std::string& source, const std::string& description) {
-    return "<Receipt><Error Number=\"" + std::to_string(number) + "\" Source=\"" + source + "\" Description=\"" +
-           description + "\"/></Receipt>";
-}
-
-std::string store(const std::string& content) {
-    return "<Store xmlns=\"WebStore\" StoreID=\"57\">" + content + "</Store>";
-}
-
-std::string tax(const std::string& code) {
-    return store("<Tax TaxCode=\"" + code + "\"/>");
-}
+std::string tax(const std::string& code) { return store("<Tax TaxCode=\"" + code + "\"/>"); }
 
 const Scenario scenarios[] = {
     {"AnEmptyStoreHasNothingToShow",
@@ -93,15 +79,18 @@ const Scenario scenarios[] = {
          {"GET /records", "", 200, "[]"},
          {"POST /upload", tax("A"), 200, accepted(1)},
      }},
-    {"SchemaHintsAreNotFollowed",
+    {"SchemaHintsAreNeitherFollowedNorKept",
      {
          {"POST /upload",
           "<Store xmlns='WebStore' StoreID='1' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
-          "xsi:schemaLocation='WebStore file:///nowhere.xsd Other file:///nowhere.xsd'><Tax TaxCode='A'/></Store>",
+          "xsi:schemaLocation='Other file:///nowhere.xsd'><Order xsi:schemaLocation='Other "
+          "file:///nowhere.xsd'/></Store>",
           200, accepted(1)},
          {"GET /imports", "", 200,
           R"([{"import": 1, "time": "NOW", "storeId": 1, "user": "", "store": {"StoreID": "1"}, "records": 1,
-               "kinds": {"Tax": 1}}])"},
+               "kinds": {"Order": 1}}])"},
+         {"GET /records", "", 200,
+          R"([{"kind": "Order", "key": "", "import": 1, "attributes": {}, "children": [], "xml": "<Order/>"}])"},
      }},
     {"ThePageEscapesWhatItShows",
      {
@@ -153,19 +142,46 @@ INSTANTIATE_TEST_SUITE_P(Sandbox, Publishing, ::testing::ValuesIn(scenarios),
 TEST(SandboxServer, TakesDocumentsOfAnyUsualSize) {
     Server server(testFormat(), {});
     std::string content;
-    for (int i = 0; i < 20'000; ++i) content += "<Tax TaxCode='" + std::to_string(i) + "' Description='Größe'/>";
-    play(server, {{"POST /upload", store(content), 200, accepted(1)}, {"GET /kinds", "", 200, R"({"Tax": 20000})"}});
+    for (int i = 0; i < 5'000; ++i) content += "<Tax TaxCode='" + std::to_string(i) + "' Description='Größe'/>";
+    play(server, {{"POST /upload", store(content), 200, accepted(1)}, {"GET /kinds", "", 200, R"({"Tax": 5000})"}});
 }
 
+/// A file that goes with the test.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const char* name)
+        : path_(::testing::TempDir() + "sandbox-" + std::to_string(getpid()) + '-' + name) {}
+    ~TemporaryFile() { std::remove(path_.c_str()); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
 TEST(SandboxServer, KeepsItsDatabaseBetweenRuns) {
-    const std::string file = ::testing::TempDir() + "sandbox-" + std::to_string(getpid()) + ".sqlite";
+    const TemporaryFile file("kept.sqlite");
     for (int run = 1; run <= 2; ++run) {
-        Server server(testFormat(), {.database = file});
+        Server server(testFormat(), {.database = file.path()});
         play(server, {{"POST /upload", tax("A"), 200, accepted(run)},
-                      {"POST /upload", store("<Fax/>"), 200, refused(3, "Schema", "*")},
                       {"GET /kinds", "", 200, "{\"Tax\": " + std::to_string(run) + '}'}});
     }
-    std::remove(file.c_str());
+}
+
+TEST(SandboxServer, KeepsNothingOfADocumentThatFailsHalfway) {
+    const TemporaryFile file("failing.sqlite");
+    Server server(testFormat(), {.database = file.path()});
+    Database(file.path())
+        .execute(
+            "CREATE TRIGGER full BEFORE INSERT ON records WHEN new.key = 'B|' BEGIN SELECT RAISE(ABORT, 'disk full'); "
+            "END");
+    play(server, {{"POST /upload", store("<Tax TaxCode='A'/><Tax TaxCode='B'/>"), 200,
+                   refused(51, "Store", "Database: disk full")},
+                  {"GET /imports", "", 200, "[]"},
+                  {"GET /records", "", 200, "[]"},
+                  {"POST /upload", tax("A"), 200, accepted(1)}});
 }
 
 TEST(SandboxServer, ClosesAndHangsWithoutAnAnswer) {

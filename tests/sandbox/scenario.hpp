@@ -6,6 +6,7 @@
 #include <fnmatch.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -27,9 +28,24 @@ struct Scenario {
     std::vector<Exchange> exchanges;
 };
 
+inline std::string accepted(int number) {
+    return "<Receipt ImportNumber=\"" + std::to_string(number) +
+           "\"><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>";
+}
+
+inline std::string refused(int number, const std::string& source, const std::string& description) {
+    return "<Receipt><Error Number=\"" + std::to_string(number) + "\" Source=\"" + source + "\" Description=\"" +
+           description + "\"/></Receipt>";
+}
+
+/// A store document to upload.
+inline std::string store(const std::string& content) {
+    return "<Store xmlns=\"WebStore\" StoreID=\"57\">" + content + "</Store>";
+}
+
 inline std::string withoutTimes(const std::string& text) {
-    static const std::regex time(R"((\"|^)\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ?\")");
-    return std::regex_replace(text, time, "$1NOW\"");
+    static const std::regex time(R"re((time": |DateCreated=)"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ?")re");
+    return std::regex_replace(text, time, "$1\"NOW\"");
 }
 
 inline httplib::Result request(httplib::Client& client, const Exchange& exchange) {
@@ -43,8 +59,9 @@ inline void play(Server& server, const std::vector<Exchange>& exchanges) {
     httplib::Client client("127.0.0.1", server.port());
     client.set_keep_alive(true);
     client.set_tcp_nodelay(true);
+    client.set_read_timeout(std::chrono::seconds(60));
     for (const Exchange& exchange : exchanges) {
-        SCOPED_TRACE(exchange.request + '\n' + exchange.body);
+        SCOPED_TRACE(exchange.request + '\n' + exchange.body.substr(0, 500));
         const httplib::Result result = request(client, exchange);
         ASSERT_TRUE(result) << httplib::to_string(result.error());
         EXPECT_EQ(result->status, exchange.status);
