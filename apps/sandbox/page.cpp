@@ -160,7 +160,7 @@ std::string figures(const Json& images) {
     return out.empty() ? out : "<div class=\"images\">\n" + out + "</div>\n";
 }
 
-/// A part of the page; the hint stands where there is nothing to show.
+/// A section of the page; the hint stands where there is nothing to show.
 std::string section(std::string_view title, const std::string& content, std::string_view hint) {
     const std::string heading = "<h2>" + std::string(title) + "</h2>\n";
     return content.empty() ? heading + "<p>" + std::string(hint) + "</p>\n" : heading + content;
