@@ -43,7 +43,6 @@ void parse(State& state, const std::shared_ptr<platform::Schema>& schema, Text t
 }
 
 void loadFile(State& state, const std::shared_ptr<platform::Schema>& schema, Text fileName) {
-    if (fileName.empty()) throw Error(applicationError, loadSource, u"There is no Web Store Source to load.");
     platform::ParseError error;
     state.document = state.environment.xml->load(fileName, schema, error);
     state.documentLoaded = state.document != nullptr;
@@ -63,6 +62,9 @@ void loadFile(State& state, const std::shared_ptr<platform::Schema>& schema, Tex
 void load(State& state, DocumentSource source, Text fileName, Text text) {
     trapped(state, {"Method: Quill1XML.Store.Load()"}, [&] {
         state.schemaValid = false;
+        if (source == DocumentSource::file && fileName.empty()) {
+            throw Error(applicationError, loadSource, u"There is no Web Store Source to load.");
+        }
         const std::shared_ptr<platform::Schema> schema = schemaOf(state);
         if (source == DocumentSource::memory) {
             parse(state, schema, text);

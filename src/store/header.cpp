@@ -11,6 +11,13 @@ namespace {
 /// The packet file that begins with the root start tag.
 constexpr Text firstPacket = u"WebStore1";
 
+/// The start tag that every packet but the first begins with.
+std::u16string headOf(Long storeId) {
+    std::u16string head = u"<Store xmlns=\"WebStore\" StoreID=\"";
+    appendInteger(head, storeId);
+    return head.append(u"\">");
+}
+
 }  // namespace
 
 void Create(State& state, const arguments::Create& arguments) {
@@ -22,11 +29,10 @@ void Create(State& state, const arguments::Create& arguments) {
     methods::SetStoreID(state, {arguments.lngStoreID});
     state.schemaSource = arguments.strWebStoreSchemaSource;
 
+    // A valid number makes the head, whatever becomes of the settings after it.
+    if (arguments.lngStoreID >= 1) state.documentHead = headOf(arguments.lngStoreID);
     std::u16string element;
     records::appendElement(element, records::Create, {state, &arguments});
-    state.documentHead = u"<Store xmlns=\"WebStore\" StoreID=\"";
-    appendInteger(state.documentHead, arguments.lngStoreID);
-    state.documentHead.append(u"\">");
     state.storeElement = std::move(element);
 }
 

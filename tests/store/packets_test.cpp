@@ -1,0 +1,224 @@
+// Packet files: where they go, how they fill, and what a failure leaves behind.
+#include "quill1xml/store.hpp"
+#include "store/trap.hpp"
+#include "support/expect_error.hpp"
+#include "support/scripted_xml.hpp"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <limits>
+
+namespace quill1xml {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::expectError;
+using testing::FakeEnvironment;
+using testing::labels;
+using testing::utf8;
+
+using FileTexts = std::map<std::u16string, std::u16string>;
+
+void addTax(Store& store, Text code) { store.AddTax({.strTaxCode = code}); }
+
+std::u16string tax(Text code) {
+    return u"<Tax TaxCode=\"" + std::u16string(code) + u"\" UsePOSRebate=\"0\" POSRebateRate=\" 0\"/>";
+}
+
+TEST(Packets, GoToTheFolderAsItWasSet) {
+    const struct {
+        const char16_t* path;
+        const char16_t* folder;
+    } cases[] = {{u"d:/work", u"d:\\work\\"},
+                 {u"d:/work/", u"d:\\work\\"},
+                 {u"  d:\\work ", u"d:\\work\\"},
+                 {u" d:\\work\\ ", u" d:\\work\\ "},
+                 {u"/var/tmp", u"\\var\\tmp\\"},
+                 {u"", u"\\"},
+                 {u"  ", u"\\"}};
+    for (const auto& c : cases) {
+        FakeEnvironment fake;
+        Store store(fake.environment());
+        store.SetTempFilePath({c.path});
+        store.AddTradingCountry({u"ZA"});
+        EXPECT_THAT(fake.files->texts, ElementsAre(std::pair(c.folder + std::u16string(u"WebStoreTradingCountry1.tmp"),
+                                                             u"<TradingCountry CountryCode=\"ZA\"/>")));
+    }
+}
+
+TEST(Packets, GoToTheDefaultFolderFromTheFirstRecordOn) {
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    fake.files->texts[u"WebStoreTax7.tmp"] = u"in the current folder";
+    addTax(store, u"A");
+    EXPECT_EQ(fake.files->texts.count(u"C:\\WebStoreTax1.tmp"), 1u);
+    store.CleanupTempFiles();
+    EXPECT_EQ(fake.files->texts, (FileTexts{{u"WebStoreTax7.tmp", u"in the current folder"}}));
+}
+
+TEST(Packets, FillAndAreNumberedByKind) {
+    const struct {
+        const char* what;
+        std::function<void(Store&)> call;
+        FileTexts files;
+    } cases[] = {
+        {"two to a packet",
+         [](Store& s) {
+             s.SetPacketSize({2});
+             for (const Text code : {u"A", u"B", u"C"}) addTax(s, code);
+         },
+         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")}, {u"T\\WebStoreTax2.tmp", tax(u"C")}}},
+        {"each kind for itself",
+         [](Store& s) {
+             s.SetPacketSize({2});
+             addTax(s, u"A");
+             s.AddTradingCountry({u"ZA", true});
+             addTax(s, u"B");
+             addTax(s, u"C");
+         },
+         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")},
+          {u"T\\WebStoreTax2.tmp", tax(u"C")},
+          {u"T\\WebStoreTradingCountry1.tmp", u"<TradingCountry CountryCode=\"ZA\" Deleted=\"1\"/>"}}},
+        {"a size that was passed already is never reached",
+         [](Store& s) {
+             s.SetPacketSize({5});
+             for (const Text code : {u"A", u"B", u"C"}) addTax(s, code);
+             s.SetPacketSize({2});
+             addTax(s, u"D");
+         },
+         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B") + tax(u"C") + tax(u"D")}}},
+        {"a refused record does not count",
+         [](Store& s) {
+             s.SetPacketSize({2});
+             addTax(s, u"A");
+             EXPECT_THROW(addTax(s, u""), Error);
+             addTax(s, u"B");
+         },
+         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")}}},
+        {"numbers go on after a cleanup",
+         [](Store& s) {
+             s.SetPacketSize({2});
+             for (const Text code : {u"A", u"B"}) addTax(s, code);
+             s.CleanupTempFiles();
+             addTax(s, u"C");
+         },
+         {{u"T\\WebStoreTax2.tmp", tax(u"C")}}},
+    };
+    for (const auto& c : cases) {
+        FakeEnvironment fake;
+        Store store(fake.environment());
+        store.SetTempFilePath({u"T"});
+        c.call(store);
+        EXPECT_EQ(fake.files->texts, c.files) << c.what;
+    }
+}
+
+TEST(Packets, HoldAThousandRecordsWhenTheSizeIsTooSmall) {
+    for (const Long size : {1, 0, -5, std::numeric_limits<Long>::min()}) {
+        FakeEnvironment fake;
+        Store store(fake.environment());
+        store.SetTempFilePath({u"T"});
+        for (int i = 0; i < 1001; ++i) store.AddTradingCountry({u"ZA"});
+        EXPECT_EQ(fake.files->texts.size(), 1u) << "a size that was never set is never reached";
+        store.SetPacketSize({size});
+        for (int i = 0; i < 1001; ++i) store.AddTradingCountry({u"ZA"});
+        for (int i = 0; i < 1001; ++i) addTax(store, u"A");
+        EXPECT_EQ(fake.files->texts.size(), 3u);
+        EXPECT_EQ(fake.files->texts[u"T\\WebStoreTax1.tmp"].size(), 1000 * tax(u"A").size());
+        EXPECT_EQ(fake.files->texts[u"T\\WebStoreTax2.tmp"], tax(u"A"));
+    }
+}
+
+TEST(Packets, CountAFailedWriteAndReportItOncePerMethod) {
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    store.SetTempFilePath({u"T"});
+    store.SetPacketSize({3});
+    addTax(store, u"A");
+    fake.files->full = true;
+    expectError([&] { addTax(store, u"B"); }, 61, u"T\\WebStoreTax1.tmp");
+    EXPECT_EQ(fake.files->texts, (FileTexts{{u"T\\WebStoreTax1.tmp", tax(u"A")}}));
+    const std::u16string entry =
+        u"\r\nError Number: 61. \r\nError Source: Quill1XML. \r\nError Description: Disk full: T\\WebStoreTax1.tmp. "
+        u"\r\nThreadID: 77. \r\nMethod: Quill1XML.Store.";
+    EXPECT_THAT(fake.log->entries, ElementsAre(entry + u"AppendToTempFile()", entry + u"AddTax()"));
+
+    fake.files->full = false;
+    addTax(store, u"C");
+    addTax(store, u"D");
+    EXPECT_EQ(fake.files->texts,
+              (FileTexts{{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"C")}, {u"T\\WebStoreTax2.tmp", tax(u"D")}}));
+}
+
+class StuckFiles : public testing::FakeFiles {
+public:
+    void remove(Text fileName) override {
+        if (fileName == u"T\\WebStoreTax2.tmp") throw runtimeError(RuntimeError::permissionDenied, fileName);
+        FakeFiles::remove(fileName);
+    }
+};
+
+TEST(Packets, AreCleanedUpByName) {
+    const FileTexts others{{u"T\\Store1.tmp", u""}, {u"T\\WebStoreTax1.tmp.bak", u""}, {u"U\\WebStoreTax1.tmp", u""}};
+    FileTexts before = others;
+    for (const char16_t* name : {u"WebStore1", u"WebStoreTax1", u"WebStoreTax2", u"WebStoreTradingCountry1"}) {
+        before[u"T\\" + std::u16string(name) + u".tmp"] = u"x";
+    }
+    FileTexts withoutTaxes = before;
+    withoutTaxes.erase(u"T\\WebStoreTax1.tmp");
+    FileTexts halfway = withoutTaxes;
+    halfway.erase(u"T\\WebStore1.tmp");
+    withoutTaxes.erase(u"T\\WebStoreTax2.tmp");
+
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    store.SetTempFilePath({u"T"});
+    fake.files->texts = before;
+    store.CleanupTempFiles({u"WebStoreTax"});
+    EXPECT_EQ(fake.files->texts, withoutTaxes);
+    store.CleanupTempFiles();
+    EXPECT_EQ(fake.files->texts, others);
+
+    fake.files = std::make_shared<StuckFiles>();
+    fake.files->texts = before;
+    Store stuck(fake.environment());
+    stuck.SetTempFilePath({u"T"});
+    expectError([&] { stuck.CleanupTempFiles(); }, 70, u"WebStoreTax2.tmp");
+    EXPECT_EQ(fake.files->texts, halfway);
+    EXPECT_THAT(labels(*fake.log), ElementsAre("Method: Quill1XML.Store.CleanupTempFiles()"));
+}
+
+TEST(Labels, DifferFromTheNameWhereHostsKnowThemSo) {
+    const auto text = [](store::Label label) { return label.text; };
+    EXPECT_EQ(text(store::labelOf<arguments::AddTax>("usual")), "usual");
+    EXPECT_EQ(text(store::labelOf<arguments::SetTempFilePath>("")), "Method: Quill1XML.Store.TempFilePath");
+    EXPECT_EQ(text(store::labelOf<arguments::SetStoreID>("")), "Method: Quill1XML.Store.SetStoreID");
+    EXPECT_EQ(text(store::labelOf<arguments::SetPacketSize>("")), "Method: Quill1XML.Store.SetPacketSize");
+    EXPECT_EQ(text(store::labelOf<arguments::EncodeString>("")), "Method: Quill1XML.EncodeString()");
+
+    const struct {
+        std::function<void(Store&)> call;
+        std::int32_t number;
+        std::vector<std::string> labels;
+    } cases[] = {
+        {[](Store& s) { s.FormatDate({{1e9}}); }, 5, {"Method: Quill1IO.FormatDate()"}},
+        {[](Store& s) { s.CustomerXML({.lngStoreID = 7}); }, 53, {"Method: Quill1XML.Store.XML()"}},
+        {[](Store& s) { s.QuoteXML({.lngStoreID = 7}); }, 53, {"Method: Quill1XML.Store.XML()"}},
+        {[](Store& s) { s.ReadBinData({u"none"}); }, 53, {"Method: Quill1XML.Store.ReadBinData()"}},
+        {[](Store& s) { s.ReadBinData({u"empty"}); }, 9, {"Method: Quill1XML.Store.ReadBinData()"}},
+        {[](Store& s) { s.Create({.lngStoreID = 5, .strLogoImageFile = u"none"}); },
+         53,
+         {"Method: Quill1XML.Store.EncodeImage()", "Method: Quill1XML.Store.Create()"}},
+    };
+    for (const auto& c : cases) {
+        FakeEnvironment fake;
+        fake.files->bytes[u"empty"] = {};
+        Store store(fake.environment());
+        expectError([&] { c.call(store); }, c.number, u"");
+        EXPECT_EQ(labels(*fake.log), c.labels);
+    }
+}
+
+}  // namespace
+}  // namespace quill1xml
