@@ -37,7 +37,7 @@ json parseLine(const std::string& line) {
     };
     try {
         return json::parse(line, watch);
-    } catch (const json::parse_error& error) {
+    } catch (const json::exception& error) {
         throw badLine(std::string("not JSON: ") + error.what());
     }
 }
@@ -107,7 +107,8 @@ private:
 
     /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
     void prepareSending(const Member& member, const json& values) {
-        if (member.name != "Send" || values.value("strSource", json("Memory")) != "Memory") return;
+        const json source = values.value("strSource", json());
+        if (member.name != "Send" || !(source.is_null() || source == "Memory")) return;
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
