@@ -16,8 +16,8 @@ TEST(Debtors, WriteExactlyTheseElements) {
     testing::expectWritten({
         {[](Store& s) {
              s.AddDebtor({u"D&1", u"N", u"C", u"R", u"P", u"1", u"2", u"a@b", u"L1", u"L2", u"L3", u"L4", u"Ci", u"PC",
-                          u"SP", u"ZA", u"TR", u"A&B", u"20", u"PM", u"T", 0, 12.5, -12.34567, 0.5, 2, 3, 4, 5, 6, -1,
-                          1, afternoon, true});
+                          u"SP", u"ZA", u"TR", u"A&B", u"20", u"PM", u"T", 0.00004, 12.5, -12.34567, 0.50004, 2,
+                          3, 4, 5, 6, -1, 1, afternoon, true});
          },
          R"(<Debtor DebtorID="D&amp;1" Name="N" DebtorCategoryID="C" RepCode="R" ContactName="P" ContactNumber="1" ContactNumber2="2" EMailAddress="a@b" AddressLine1="L1" AddressLine2="L2" AddressLine3="L3" AddressLine4="L4" City="Ci" PostalCode="PC" StateProvince="SP" CountryCode="ZA" TaxReference="TR" CurrencyCode="A&amp;B" PriceList="20" PaymentMethodID="PM" Terms="T" CreditLimit=" 0" DiscountPercent=" 12.5" Balance="-12.3457" Ageing1=" .5" Ageing2=" 2" Ageing3=" 3" Ageing4=" 4" Ageing5=" 5" Ageing6=" 6" Ageing7="-1" OnHold="1" DateOfData="2007-03-05T14:07:09" Deleted="1"/>)"},
         {[](Store& s) { s.AddDebtor({u"D"}); }, R"(<Debtor DebtorID="D"/>)"},
@@ -28,9 +28,10 @@ TEST(Debtors, WriteExactlyTheseElements) {
          },
          R"(<Debtor DebtorID="D"/>)"},
         {[](Store& s) {
-             s.AddDebtor({.strDebtorID = u"D", .strPriceList = u"None", .dblDiscountPercent = 100, .intBlnOnHold = 0});
+             s.AddDebtor({.strDebtorID = u"D", .strPriceList = u"None", .dblCreditLimit = 0, .dblDiscountPercent = 100,
+                          .intBlnOnHold = 0});
          },
-         R"(<Debtor DebtorID="D" PriceList="None" DiscountPercent=" 100" OnHold="0"/>)"},
+         R"(<Debtor DebtorID="D" PriceList="None" CreditLimit=" 0" DiscountPercent=" 100" OnHold="0"/>)"},
         {[](Store& s) { s.AddDebtorCategory({u"C", u"D&E", true}); },
          R"(<DebtorCategory DebtorCategoryID="C" Description="D&amp;E" Deleted="1"/>)"},
         {[](Store& s) { s.AddDebtorCategoryLink({u"C", -1, true}); },
@@ -50,7 +51,8 @@ TEST(Debtors, WriteExactlyTheseElements) {
          R"(<DebtorProduct DebtorID="D" SKU="S&amp;U" DebtorSKU="X" Description="Y" LastPurchaseDate="2007-03-05T14:07:09" LastPurchasePrice=" .0002" LastPurchaseQuantity=" .00019" Deleted="1"/>)"},
         {[](Store& s) { s.AddDebtorProduct({u"D", u"S"}); }, R"(<DebtorProduct DebtorID="D" SKU="S"/>)"},
         {[](Store& s) {
-             s.AddDebtorOpenItem({u"D", u"R", u"T", afternoon, Date::of(2007, 4, 1), u"X", -1, 0, u"ZAR", true});
+             s.AddDebtorOpenItem({u"D", u"R", u"T", afternoon, Date::of(2007, 4, 1), u"X", -1.00004, -0.00004, u"ZAR",
+                                  true});
          },
          R"(<DebtorOpenItem DebtorID="D" ReferenceNumber="R" TransactionType="T" TransactionDate="2007-03-05T14:07:09" DueDate="2007-04-01T00:00:00" Description="X" Amount="-1" OutstandingAmount=" 0" CurrencyCode="ZAR" Deleted="1"/>)"},
         {[](Store& s) { s.AddDebtorOpenItem({u"D", u"R"}); }, R"(<DebtorOpenItem DebtorID="D" ReferenceNumber="R"/>)"},
@@ -58,7 +60,7 @@ TEST(Debtors, WriteExactlyTheseElements) {
 }
 
 TEST(Debtors, CapTheirTexts) {
-    testing::expectCaps({
+    testing::expectEscapedCaps({
         {[](Store& s, Filler t) {
              s.AddDebtor({t.key(50), t(150), t(10), t(20), t(150), t(30), t(30), t(255), t(50), t(50), t(50), t(50),
                           t(50), t(20), t(30), t(3), t(50), t(3), u"0", t(10), t(10)});
@@ -75,8 +77,9 @@ TEST(Debtors, CapTheirTexts) {
          255 + 50 + 50 + 150 + 4 * 50 + 50 + 20 + 30 + 3 + 50 + 50 + 30 + 150 + 4 * 50 + 50 + 30 + 20 + 3 + 30 + 30 +
              255 + 50 + 50,
          R"(<DebtorStaff EMailAddress="~" DebtorID="~"/>)"},
-        {[](Store& s, Filler t) { s.AddDebtorProduct({u"D", t.key(255), t(255), t(255)}); }, 255 + 255 + 255,
-         R"(<DebtorProduct DebtorID="D" SKU="~"/>)"},
+        {[](Store& s, Filler t) { s.AddDebtorProduct({u"D", t.key(255), t(255), t(255), {}, 0, 0}); },
+         255 + 255 + 255,
+         R"(<DebtorProduct DebtorID="D" SKU="~" LastPurchasePrice=" 0" LastPurchaseQuantity=" 0"/>)"},
         {[](Store& s, Filler t) {
              s.AddDebtorOpenItem({u"D", t.key(30), t(20), {}, {}, t(255), mostNegative, mostNegative, t(3)});
          },
@@ -87,21 +90,24 @@ TEST(Debtors, CapTheirTexts) {
 TEST(Debtors, RefuseBadKeysInTheirOwnWords) {
     const char* debtor = "The DebtorID may not be less than 1 or more than 50 characters in length.";
     const char* category = "The DebtorCategoryID may not be less than 1 or more than 10 characters in length.";
+    const char* email = "The EMailAddress may not be less than 1 or more than 255 characters in length.";
+    const char* sku = "The SKU may not be less than 1 or more than 255 characters in length.";
+    const char* reference = "The ReferenceNumber may not be less than 1 or more than 30 characters in length.";
     testing::expectBadKeys({
         {[](Store& s) { s.AddDebtor({tildes(51)}); }, "AddDebtor", debtor},
         {[](Store& s) { s.AddDebtorCategory({tildes(11)}); }, "AddDebtorCategory", category},
         {[](Store& s) { s.AddDebtorCategoryLink({u"", -2}); }, "AddDebtorCategoryLink", category},
         {[](Store& s) { s.AddDebtorCategoryLink({u"C", -2}); }, "AddDebtorCategoryLink",
          "The Product Category ID must be a positive integer."},
-        {[](Store& s) { s.AddDebtorStaff({tildes(256), u""}); }, "AddDebtorStaff",
-         "The EMailAddress may not be less than 1 or more than 255 characters in length."},
+        {[](Store& s) { s.AddDebtorStaff({u"", u""}); }, "AddDebtorStaff", email},
+        {[](Store& s) { s.AddDebtorStaff({tildes(256), u""}); }, "AddDebtorStaff", email},
         {[](Store& s) { s.AddDebtorStaff({u"E", u""}); }, "AddDebtorStaff", debtor},
         {[](Store& s) { s.AddDebtorProduct({u"", u"S"}); }, "AddDebtorProduct", debtor},
-        {[](Store& s) { s.AddDebtorProduct({u"D", tildes(256)}); }, "AddDebtorProduct",
-         "The SKU may not be less than 1 or more than 255 characters in length."},
+        {[](Store& s) { s.AddDebtorProduct({u"D", u""}); }, "AddDebtorProduct", sku},
+        {[](Store& s) { s.AddDebtorProduct({u"D", tildes(256)}); }, "AddDebtorProduct", sku},
         {[](Store& s) { s.AddDebtorOpenItem({u"", u"R"}); }, "AddDebtorOpenItem", debtor},
-        {[](Store& s) { s.AddDebtorOpenItem({u"D", tildes(31)}); }, "AddDebtorOpenItem",
-         "The ReferenceNumber may not be less than 1 or more than 30 characters in length."},
+        {[](Store& s) { s.AddDebtorOpenItem({u"D", u""}); }, "AddDebtorOpenItem", reference},
+        {[](Store& s) { s.AddDebtorOpenItem({u"D", tildes(31)}); }, "AddDebtorOpenItem", reference},
         {[](Store& s) { s.LockDebtor(); }, "LockDebtor",
          "No Debtor has been created, or the current Debtor has already been Locked."},
     });

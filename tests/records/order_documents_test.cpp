@@ -24,7 +24,7 @@ TEST(OrderDocuments, WriteExactlyTheseElements) {
         {[](Store& s) { s.AddOrderStageLink({3, 0.25, true}); },
          R"(<OrderStageLink FieldLinkID="3" OrderNumber ="0.25" Deleted="1"/>)"},
     });
-    testing::expectCaps({
+    testing::expectEscapedCaps({
         {[](Store& s, Filler t) { s.AddOrderDocument({1, t(100), t(100), t(255), t(50), t(100)}); },
          100 + 100 + 255 + 50 + 100, R"(<OrderDocument FileLinkID="1"/>)"},
         {[](Store& s, Filler t) { s.AddOrderStages({1, t(100)}); }, 100, R"(<OrderStages FieldLinkID="1"/>)"},

@@ -56,11 +56,18 @@ inline Text tildes(std::size_t size) {
     return Text(longest).substr(0, size);
 }
 
+/// A text of so many "<", at most 1001; each is escaped as "&#60;".
+inline Text brackets(std::size_t size) {
+    static const std::u16string longest(1001, u'<');
+    return Text(longest).substr(0, size);
+}
+
 /// Fills capped attributes: up to their caps, or one beyond.
 struct Filler {
     bool beyond;
-    Text operator()(std::size_t cap) const { return tildes(beyond ? cap + 1 : cap); }
-    Text key(std::size_t cap) const { return tildes(beyond ? 1 : cap); }
+    Text (*text)(std::size_t size) = tildes;
+    Text operator()(std::size_t cap) const { return text(beyond ? cap + 1 : cap); }
+    Text key(std::size_t cap) const { return text(beyond ? 1 : cap); }
 };
 
 struct Capped {
@@ -75,6 +82,15 @@ inline void expectCaps(const std::vector<Capped>& cases) {
         const std::string full = writtenBy([&](Store& store) { c.call(store, {false}); });
         EXPECT_EQ(std::ranges::count(full, '~'), c.caps) << full;
         EXPECT_EQ(writtenBy([&](Store& store) { c.call(store, {true}); }), c.keys);
+    }
+}
+
+/// As expectCaps, and all that was filled is escaped.
+inline void expectEscapedCaps(const std::vector<Capped>& cases) {
+    expectCaps(cases);
+    for (const Capped& c : cases) {
+        const std::string full = writtenBy([&](Store& store) { c.call(store, {false, brackets}); });
+        EXPECT_EQ(std::ranges::count(full, '#'), c.caps) << full;
     }
 }
 
