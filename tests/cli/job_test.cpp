@@ -1,0 +1,187 @@
+// Jobs of JSON lines: what they print, and what they say of the first mistake.
+#include "quill1xml/job.hpp"
+
+#include "quill1xml/schema.hpp"
+#include "support/scripted_xml.hpp"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+namespace quill1xml::cli {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using testing::utf8;
+
+struct Played {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+class JobTest : public ::testing::Test {
+protected:
+    Played play(const std::string& lines, bool terminal = false) {
+        std::istringstream in(lines);
+        std::ostringstream out;
+        std::ostringstream err;
+        const int status = playJob(fake_.environment(), {in, out, err, terminal});
+        return {status, out.str(), err.str()};
+    }
+
+    /// Plays a line that must fail and returns what was said after "line 1: ".
+    std::string mistake(const std::string& line) {
+        const Played played = play(line);
+        EXPECT_EQ(played.status, 1) << line;
+        EXPECT_EQ(played.out, "") << line;
+        EXPECT_THAT(played.err, StartsWith("line 1: "));
+        return played.err.substr(8);
+    }
+
+    void accept(int imports) {
+        for (int i = 1; i <= imports; ++i) {
+            fake_.http->reply("<Receipt ImportNumber=\"" + std::to_string(i) + "\"><Error Number=\"0\"/></Receipt>");
+        }
+    }
+
+    testing::ScriptedEnvironment fake_;
+};
+
+TEST_F(JobTest, PrintsWhatMethodsReturn) {
+    fake_.files->bytes[u"logo"] = {'f', 'o'};
+    const Played played = play(R"({"SetTempFilePath":{"strTempFilePath":"T"}}
+
+{"XMLEncode":{"strUnencoded":"caf\u00e9 <Ж>"}})"
+                               "\r\n"
+                               R"( {"FormatDate" : {"dtmUnformatted":"2007-03-05T14:07:09"} }
+{"ReadBinData":{"strFileName":"logo"}}
+{"AddTax":{"strTaxCode":"A","dblRate":15,"blnDeleted":true,"strDescription":null}}
+{"AddPaymentMethod":{"strPaymentMethodID":"P","intBlnCard":1.0}}
+{"Send":{"strSource":"none"}})");
+    EXPECT_EQ(played.status, 0);
+    EXPECT_EQ(played.out, R"({"XMLEncode":"caf&#233; &#60;Ж&#62;"}
+{"FormatDate":"2007-03-05T14:07:09"}
+{"ReadBinData":"Zm8="}
+{"Send":""}
+)");
+    EXPECT_EQ(played.err, "");
+    EXPECT_EQ(utf8(fake_.files->texts[u"T\\WebStoreTax1.tmp"]),
+              R"(<Tax TaxCode="A" Rate=" 15" Deleted="1" UsePOSRebate="0" POSRebateRate=" 0"/>)");
+    EXPECT_EQ(utf8(fake_.files->texts[u"T\\WebStorePaymentMethod1.tmp"]),
+              R"(<PaymentMethod PaymentMethodID="P" Card="1"/>)");
+}
+
+TEST_F(JobTest, EndsAtTheFirstErrorWithItsLineAndMethod) {
+    const Played played = play(
+        "{\"SetTempFilePath\":{\"strTempFilePath\":\"T\"}}\n\n{\"AddTax\":{\"strTaxCode\":\"\"}}\n"
+        "{\"AddTax\":{\"strTaxCode\":\"A\"}}\n");
+    EXPECT_EQ(played.status, 1);
+    EXPECT_EQ(played.out, "");
+    EXPECT_EQ(
+        played.err,
+        "line 3: AddTax: error -2147221504 (Quill1XML.Store.AddTax()): The TaxCode may not be less than 1 or more "
+        "than 10 characters in length.\n");
+    EXPECT_TRUE(fake_.files->texts.empty());
+}
+
+TEST_F(JobTest, NamesTheMistakeInALine) {
+    const struct {
+        const char* line;
+        const char* expected;
+    } cases[] = {
+        {R"({"AddTx":{}})",
+         "AddTx: error 438 (Quill1XML): Object doesn't support this property or method: AddTx (did "
+         "you mean AddTax?)"},
+        {R"({"addtax":{"strTaxCode":"A"}})", "(did you mean AddTax?)"},
+        {R"({"AddTax":{"strTaxCod":"A"}})",
+         "AddTax: error 448 (Quill1XML): Named argument not found: strTaxCod (did "
+         "you mean strTaxCode?)"},
+        {R"({"SetStoreID":{"X":1}})", "error 448 (Quill1XML): Named argument not found: X (did you mean lngStoreID?)"},
+        {R"({"SetStoreID":{}})", "error 449 (Quill1XML): Argument not optional: lngStoreID"},
+        {R"({"SetStoreID":{"lngStoreID":null}})", "error 449 (Quill1XML): Argument not optional: lngStoreID"},
+        {R"({"AddTax":{"strTaxCode":1}})", "error 13 (Quill1XML): Type mismatch: strTaxCode takes a string"},
+        {R"({"AddTax":{"strTaxCode":["A"]}})", "strTaxCode takes a string"},
+        {R"({"AddTax":{"strTaxCode":"A","dblRate":"15"}})", "dblRate takes a number"},
+        {R"({"AddTax":{"strTaxCode":"A","dblRate":true}})", "dblRate takes a number"},
+        {R"({"AddTax":{"strTaxCode":"A","blnDeleted":1}})", "blnDeleted takes true or false"},
+        {R"({"AddTax":{"strTaxCode":"A","blnDeleted":"true"}})", "blnDeleted takes true or false"},
+        {R"({"SetStoreID":{"lngStoreID":1.5}})", "lngStoreID takes a whole number"},
+        {R"({"SetStoreID":{"lngStoreID":true}})", "lngStoreID takes a whole number"},
+        {R"({"SetStoreID":{"lngStoreID":2147483648}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
+        {R"({"SetStoreID":{"lngStoreID":-2147483649}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
+        {R"({"SetStoreID":{"lngStoreID":18446744073709551615}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
+        {R"({"SetStoreID":{"lngStoreID":-1e300}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
+        {R"({"AddMailTo":{"intMailUs":32768}})", "error 6 (Quill1XML): Overflow: intMailUs"},
+        {R"({"AddTax":{"strTaxCode":"A","dblRate":1e400}})", "error 5 (quill1xml run): not JSON"},
+        {R"({"FormatDate":{"dtmUnformatted":"2007-02-29"}})", "dtmUnformatted takes a date as \"yyyy-MM-ddThh:mm:ss\""},
+        {R"({"FormatDate":{"dtmUnformatted":"2007-03-05T14:07:09Z"}})", "dtmUnformatted takes a date"},
+        {R"({"FormatDate":{"dtmUnformatted":39146}})", "dtmUnformatted takes a date"},
+        {R"({"AddTax":{"strTaxCode":"A","strTaxCode":"B"}})", "\"strTaxCode\" stands twice in one object"},
+        {R"({"AddTax":{"strTaxCode":"A"},"AddTax":{"strTaxCode":"B"}})", "\"AddTax\" stands twice in one object"},
+        {R"({"AddTax":{"strTaxCode":"A"},"Send":{}})", "a line is one object with one member"},
+        {R"({})", "a line is one object with one member"},
+        {R"(["AddTax"])", "a line is one object with one member"},
+        {R"({"AddTax":["A"]})", "AddTax: error 5 (quill1xml run): the arguments are an object"},
+        {R"({"AddTax":null})", "the arguments are an object"},
+        {R"({"AddTax":{"strTaxCode":"A"})", "error 5 (quill1xml run): not JSON"},
+        {R"({"AddTax":{"strTaxCode":"A"}} x)", "not JSON"},
+        {"{'AddTax':{}}", "not JSON"},
+        {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "not JSON"},
+    };
+    for (const auto& c : cases) EXPECT_THAT(mistake(c.line), HasSubstr(c.expected)) << c.line;
+    EXPECT_TRUE(fake_.files->texts.empty());
+}
+
+const std::string job = R"({"SetTempFilePath":{"strTempFilePath":"T"}}
+{"Create":{"strWebStoreSchemaSource":"s","lngStoreID":57}}
+{"AddTax":{"strTaxCode":"A"}}
+{"AddCurrency":{"strCurrencyCode":"B"}}
+)";
+
+TEST_F(JobTest, ShowsProgressAsLinesOrAsABar) {
+    accept(2);
+    const Played lines = play(job + R"({"Send":{"strDestinationURL":"http://shop"}})");
+    EXPECT_EQ(lines.out, "{\"Send\":\"WebStoreTax1.tmp 1,WebStoreCurrency1.tmp 2\"}\n");
+    EXPECT_EQ(lines.err, "[1/2] WebStoreTax1.tmp: import 1\n[2/2] WebStoreCurrency1.tmp: import 2\n");
+    accept(2);
+    const Played bar = play(job + R"({"Send":{"strDestinationURL":"http://shop"}})", true);
+    EXPECT_EQ(bar.err,
+              "\r\x1b[K[###############...............] 1/2 WebStoreTax1.tmp: import 1"
+              "\r\x1b[K[##############################] 2/2 WebStoreCurrency1.tmp: import 2\n");
+    // An error starts on a line of its own.
+    accept(1);
+    const Played broken = play(job + R"({"Send":{"strDestinationURL":"http://shop"}})", true);
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_THAT(broken.err, HasSubstr("WebStoreTax1.tmp: import 1\nline 5: Send: error 440 "));
+}
+
+TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
+    const struct {
+        const char* send;
+        bool warns;
+    } cases[] = {
+        {R"({"Send":{"strDestinationURL":"http://shop"}})", true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true},
+        {R"({"Send":{"strSource":"none"}})", false},
+        {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.send);
+        accept(1);
+        fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}, {u"T\\WebStoreTax3.tmp", u"<Tax/>"}};
+        const Played played = play(std::string(R"({"SetTempFilePath":{"strTempFilePath":"T"}})") + "\n" +
+                                   R"({"AddEnvelope":{"strUserName":"u","strPassword":"p"}})" + "\n" + c.send);
+        const std::size_t warning = played.err.find("warning: Send will delete WebStoreTax3.tmp unsent");
+        EXPECT_EQ(warning != std::string::npos, c.warns) << played.err;
+        if (c.warns) {
+            EXPECT_LT(warning, played.err.find("[1/")) << "before anything is sent";
+        }
+        fake_.http->replies.clear();
+    }
+}
+
+}  // namespace
+}  // namespace quill1xml::cli
