@@ -101,7 +101,7 @@ private:
         const automation::Value result = member.invoke(&store_, arguments.data());
         progress_.finish();
         if (member.result != automation::ResultType::nothing) {
-            streams_.out << json{{place.method, toJson(result)}}.dump() << std::endl;
+            streams_.out << nlohmann::ordered_json{{place.method, toJson(result)}}.dump() << std::endl;
         }
     }
 

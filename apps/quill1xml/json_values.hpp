@@ -7,7 +7,9 @@
 
 namespace quill1xml::cli {
 
-/// A result as JSON: texts as strings, numbers as numbers, bytes as base64 text; null for nothing.
-nlohmann::json toJson(const automation::Value& value);
+/// A result as JSON: texts and documents as strings, numbers as numbers, dates as ISO text, bytes as base64 text,
+/// collections as arrays of objects with their properties in interface order; null for nothing.
+/// Throws the Error of a property that cannot be read.
+nlohmann::ordered_json toJson(const automation::Value& value);
 
 }  // namespace quill1xml::cli

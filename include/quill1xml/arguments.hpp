@@ -6,6 +6,7 @@
 #pragma once
 
 #include "quill1xml/methods/for_each.hpp"
+#include "quill1xml/node.hpp"
 #include "quill1xml/types.hpp"
 
 namespace quill1xml::arguments {

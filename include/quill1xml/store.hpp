@@ -2,12 +2,14 @@
 #pragma once
 
 #include "quill1xml/arguments.hpp"
+#include "quill1xml/entities.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/types.hpp"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace quill1xml {
@@ -18,6 +20,10 @@ struct Environment;
 namespace store {
 struct State;
 }
+
+/// What a download returns, by its return type: "Collection", "XMLDOMDocument" or "XMLString".
+template <class Item>
+using Received = std::variant<std::vector<Item>, Document, std::u16string>;
 
 /// What a Send from memory would do with the packet files of a store, by file name without folder.
 struct PendingPackets {

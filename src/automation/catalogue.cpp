@@ -18,7 +18,9 @@ bool equalIgnoringCase(std::string_view left, std::string_view right) {
 }  // namespace
 
 std::span<const Class* const> classes() {
-    static const Class* const all[] = {&storeClass(), &cstringClass()};
+    static const Class* const all[] = {
+        &storeClass(),         &cstringClass(),   &customerClass(),          &orderClass(),
+        &orderLineItemClass(), &quotationClass(), &quotationLineItemClass(), &userDefinedFieldClass()};
     return all;
 }
 
@@ -70,6 +72,11 @@ void Arguments::setDouble(std::size_t parameter, double value) { store(parameter
 void Arguments::setBoolean(std::size_t parameter, bool value) { store(parameter, value); }
 void Arguments::setDate(std::size_t parameter, Date value) { store(parameter, value); }
 void Arguments::setCurrency(std::size_t parameter, Currency value) { store(parameter, value); }
+
+void Arguments::setNodes(std::size_t parameter, std::vector<Node> nodes) {
+    nodes_.push_back(std::make_unique<std::vector<Node>>(std::move(nodes)));
+    store(parameter, NodeList(*nodes_.back()));
+}
 
 void Arguments::requireAll() const {
     for (std::size_t i = 0; i < set_.size(); ++i) {

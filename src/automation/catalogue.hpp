@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/platform.hpp"
+#include "quill1xml/node.hpp"
 #include "quill1xml/types.hpp"
 #include "store/parameters.hpp"
 
@@ -19,11 +20,31 @@ struct Record;
 
 namespace quill1xml::automation {
 
-/// A result or an event argument.
-using Value = std::variant<std::monostate, Long, std::u16string, Bytes>;
+struct Class;
 
-/// The type of a member's result.
-enum class ResultType : std::uint8_t { nothing, longInteger, text, bytes };
+/// Nodes that a host gets as objects of a class.
+struct Collection {
+    const Class* itemClass = nullptr;
+    std::vector<Node> nodes;
+    std::shared_ptr<const platform::Environment> environment;  ///< null for the system's
+    std::string_view label;                                    ///< of the error log, for a failure to make the objects
+};
+
+/// A result or an event argument.
+using Value = std::variant<std::monostate, Long, Integer, Double, Date, std::u16string, Bytes, Document, Collection>;
+
+/// The type of a member's result; `received` is a collection, a document or a text.
+enum class ResultType : std::uint8_t {
+    nothing,
+    longInteger,
+    integer,
+    floating,
+    date,
+    text,
+    bytes,
+    collection,
+    received
+};
 
 enum class MemberKind : std::uint8_t { method, propertyGet };
 
@@ -59,7 +80,7 @@ struct Class {
     std::span<const Member> members{};  ///< in interface order
     std::span<const Event> events{};
 
-    /// Makes an object of the class.
+    /// Makes an object of the class. An entity wraps nothing until its member Initialise is called.
     std::shared_ptr<void> (*create)(const platform::Environment& environment) = nullptr;
 
     /// Tells an object of the class where its events go; null for a class without events.
@@ -68,6 +89,12 @@ struct Class {
 
 const Class& storeClass();
 const Class& cstringClass();
+const Class& customerClass();
+const Class& orderClass();
+const Class& orderLineItemClass();
+const Class& quotationClass();
+const Class& quotationLineItemClass();
+const Class& userDefinedFieldClass();
 
 /// Every class, in the order of the type library.
 std::span<const Class* const> classes();
@@ -96,6 +123,9 @@ public:
     void setDate(std::size_t parameter, Date value);
     void setCurrency(std::size_t parameter, Currency value);
 
+    /// Sets a node list parameter, or a node parameter, which takes exactly one node.
+    void setNodes(std::size_t parameter, std::vector<Node> nodes);
+
     /// Throws error 449 (Argument not optional) with the name of the first required parameter that was not set.
     void requireAll() const;
 
@@ -110,6 +140,7 @@ private:
     std::unique_ptr<std::byte[]> storage_;
     std::vector<bool> set_;
     std::vector<std::unique_ptr<std::u16string>> texts_;
+    std::vector<std::unique_ptr<std::vector<Node>>> nodes_;
 };
 
 /// A parameter's default from its member's argument struct.

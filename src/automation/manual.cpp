@@ -56,21 +56,16 @@ std::string defaultText(const Member& member, const Parameter& parameter) {
     if (parameter.required) return "required";
     switch (parameter.type) {
         case Type::text:
-        case Type::variantText:
-            return "\"" + toUtf8(defaultOf<Text>(member, parameter)) + "\"";
+        case Type::variantText: return "\"" + toUtf8(defaultOf<Text>(member, parameter)) + "\"";
         case Type::integer:
-        case Type::variantInteger:
-            return std::to_string(defaultOf<Integer>(member, parameter));
-        case Type::longInteger:
-            return std::to_string(defaultOf<Long>(member, parameter));
-        case Type::floating:
-            return numberText(defaultOf<Double>(member, parameter));
-        case Type::boolean:
-            return defaultOf<Boolean>(member, parameter) ? "True" : "False";
-        case Type::date:
-            return "the zero date";
-        case Type::currency:
-            return "0";
+        case Type::variantInteger: return std::to_string(defaultOf<Integer>(member, parameter));
+        case Type::longInteger: return std::to_string(defaultOf<Long>(member, parameter));
+        case Type::floating: return numberText(defaultOf<Double>(member, parameter));
+        case Type::boolean: return defaultOf<Boolean>(member, parameter) ? "True" : "False";
+        case Type::date: return "the zero date";
+        case Type::currency: return "0";
+        case Type::node:
+        case Type::nodeList: break;
     }
     return {};
 }
@@ -85,10 +80,8 @@ std::string lengthText(const Test& test) {
 
 std::string testText(const Test& test) {
     switch (test.kind) {
-        case Test::Kind::notDefault:
-            return "given";
-        case Test::Kind::length:
-            return lengthText(test);
+        case Test::Kind::notDefault: return "given";
+        case Test::Kind::length: return lengthText(test);
         case Test::Kind::oneOf: {
             std::string words;
             for (const auto word : test.words) {
@@ -96,27 +89,18 @@ std::string testText(const Test& test) {
             }
             return words;
         }
-        case Test::Kind::notBlank:
-            return "not blank";
-        case Test::Kind::imageName:
-            return "ends in .gif, .jpg or .jpeg";
+        case Test::Kind::notBlank: return "not blank";
+        case Test::Kind::imageName: return "ends in .gif, .jpg or .jpeg";
         case Test::Kind::range:
             if (test.high == std::numeric_limits<double>::infinity()) return numberText(test.low) + " or more";
             return numberText(test.low) + " to " + numberText(test.high);
-        case Test::Kind::above:
-            return "above " + numberText(test.low);
-        case Test::Kind::otherThan:
-            return "not " + numberText(test.low);
-        case Test::Kind::notLowest:
-            return "not the most negative number";
-        case Test::Kind::given:
-            return "given";
-        case Test::Kind::isTrue:
-            return "True";
-        case Test::Kind::isFalse:
-            return "False";
-        case Test::Kind::notBefore:
-            return "not before " + code(test.other);
+        case Test::Kind::above: return "above " + numberText(test.low);
+        case Test::Kind::otherThan: return "not " + numberText(test.low);
+        case Test::Kind::notLowest: return "not the most negative number";
+        case Test::Kind::given: return "given";
+        case Test::Kind::isTrue: return "True";
+        case Test::Kind::isFalse: return "False";
+        case Test::Kind::notBefore: return "not before " + code(test.other);
     }
     return {};
 }
@@ -129,12 +113,9 @@ std::string conditionText(const Row& row) {
         text += testText(resolved.test);
     }
     switch (row.kind) {
-        case RowKind::key:
-            return "always; must be " + text;
-        case RowKind::otherwise:
-            return text.empty() ? "otherwise" : "otherwise, when " + text;
-        default:
-            return text.empty() ? "always" : text;
+        case RowKind::key: return "always; must be " + text;
+        case RowKind::otherwise: return text.empty() ? "otherwise" : "otherwise, when " + text;
+        default: return text.empty() ? "always" : text;
     }
 }
 
@@ -167,14 +148,15 @@ void appendRecord(std::string& out, const Record& record) {
 
 std::string_view resultName(ResultType result) {
     switch (result) {
-        case ResultType::nothing:
-            return "";
-        case ResultType::longInteger:
-            return "Long";
-        case ResultType::text:
-            return "Text";
-        case ResultType::bytes:
-            return "Bytes";
+        case ResultType::nothing: return "";
+        case ResultType::longInteger: return "Long";
+        case ResultType::integer: return "Integer";
+        case ResultType::floating: return "Double";
+        case ResultType::date: return "Date";
+        case ResultType::collection: return "a collection";
+        case ResultType::received: return "a collection, a document or Text";
+        case ResultType::text: return "Text";
+        case ResultType::bytes: return "Bytes";
     }
     return "";
 }

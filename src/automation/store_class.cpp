@@ -1,6 +1,7 @@
 // The members of Store, from the method declarations.
 
 #include "automation/catalogue.hpp"
+#include "automation/entity_classes.hpp"
 #include "quill1xml/store.hpp"
 #include "records/record.hpp"
 
@@ -17,6 +18,24 @@ template <>
 constexpr ResultType resultType<std::u16string> = ResultType::text;
 template <>
 constexpr ResultType resultType<Bytes> = ResultType::bytes;
+template <class Item>
+constexpr ResultType resultType<std::vector<Item>> = ResultType::collection;
+template <class Item>
+constexpr ResultType resultType<Received<Item>> = ResultType::received;
+
+template <class Result>
+Value asValue(Result&& result) {
+    if constexpr (std::is_constructible_v<Value, Result&&>) {
+        return Value(std::move(result));
+    } else {
+        return toValue(std::move(result));
+    }
+}
+
+template <class Item>
+Value asValue(Received<Item>&& received) {
+    return std::visit([](auto&& each) { return asValue(std::move(each)); }, std::move(received));
+}
 
 template <class ArgumentStruct, auto method>
 Value invoke(void* object, const void* arguments) {
@@ -27,7 +46,7 @@ Value invoke(void* object, const void* arguments) {
         (store.*method)(typed);
         return {};
     } else {
-        return (store.*method)(typed);
+        return asValue((store.*method)(typed));
     }
 }
 

@@ -22,11 +22,8 @@ void applyTest(AttributeModel& model, const Test& test) {
         case Test::Kind::range:
             if (model.type == ValueType::integer && test.low == 0 && test.high == 1) model.words = noAndYes();
             break;
-        case Test::Kind::isTrue:
-            model.words = {"1"};
-            break;
-        default:
-            break;
+        case Test::Kind::isTrue: model.words = {"1"}; break;
+        default: break;
     }
 }
 

@@ -8,6 +8,7 @@
 #include "store/methods.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
+#include "text/xml_attribute.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -154,12 +155,9 @@ std::u16string dateText(Date date) {
 /// The value of a list attribute that AddOrder leaves out.
 std::u16string leftOut(const Parameter& parameter) {
     switch (parameter.type) {
-        case Type::date:
-            return dateText({});
-        case Type::text:
-            return std::u16string(notGiven);
-        default:
-            return u"-1";
+        case Type::date: return dateText({});
+        case Type::text: return std::u16string(notGiven);
+        default: return u"-1";
     }
 }
 
@@ -208,7 +206,7 @@ void LockOrder(State& state, const arguments::LockOrder&) {
 void UpdateOrder(State& state, const arguments::UpdateOrder& arguments) {
     std::u16string list(u"<Order");
     for (const Parameter& parameter : parametersOf<records::OrderList>) {
-        records::appendListAttribute(list, parameter.name, updateValue(state, parameter, arguments));
+        appendXmlAttribute(list, toUtf16(parameter.name), updateValue(state, parameter, arguments));
     }
     list.append(u"/>");
     methods::AddOrder(state, {list});

@@ -23,21 +23,11 @@ void put(void* values, const Parameter& parameter, const Value& value) {
 
 void read(void* values, const Parameter& parameter, const std::u16string& text) {
     switch (parameter.type) {
-        case Type::integer:
-            put(values, parameter, toInteger(text));
-            break;
-        case Type::longInteger:
-            put(values, parameter, toLong(text));
-            break;
-        case Type::floating:
-            put(values, parameter, toDouble(text));
-            break;
-        case Type::date:
-            put(values, parameter, Date::fromText(text));
-            break;
-        default:
-            put(values, parameter, Text(text));
-            break;
+        case Type::integer: put(values, parameter, toInteger(text)); break;
+        case Type::longInteger: put(values, parameter, toLong(text)); break;
+        case Type::floating: put(values, parameter, toDouble(text)); break;
+        case Type::date: put(values, parameter, Date::fromText(text)); break;
+        default: put(values, parameter, Text(text)); break;
     }
 }
 
@@ -52,21 +42,6 @@ void readParameterList(const store::State& store, Text list, std::span<const Par
         texts.push_back(exchange::requiredAttribute(*root, name));
         read(values, parameter, texts.back());
     }
-}
-
-void appendListAttribute(std::u16string& out, std::string_view name, Text value) {
-    out.append(u" ").append(toUtf16(name)).append(u"=\"");
-    for (const char16_t c : value) {
-        const bool reserved = c == u'&' || c == u'"' || c == u'<' || c == u'>';
-        if (reserved || c == u'\t' || c == u'\r' || c == u'\n') {
-            out.append(u"&#");
-            appendInteger(out, c);
-            out.push_back(u';');
-        } else {
-            out.push_back(c);
-        }
-    }
-    out.push_back(u'"');
 }
 
 }  // namespace quill1xml::records

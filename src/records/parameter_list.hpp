@@ -26,7 +26,4 @@ Values readParameterList(const store::State& store, Text list, TextStore& texts)
     return values;
 }
 
-/// Appends an attribute to the text of a list being written.
-void appendListAttribute(std::u16string& out, std::string_view name, Text value);
-
 }  // namespace quill1xml::records

@@ -53,19 +53,13 @@ std::string textTypeName(const AttributeModel& attribute) {
 
 std::string xsdTypeName(const AttributeModel& attribute) {
     switch (attribute.type) {
-        case ValueType::text:
-            return textTypeName(attribute);
+        case ValueType::text: return textTypeName(attribute);
         case ValueType::flag:
-        case ValueType::integer:
-            return "xs:int";
-        case ValueType::number:
-            return attribute.mayBeEmpty ? "NumberOrNone" : "xs:double";
-        case ValueType::localNumber:
-            return "LocalNumber";
-        case ValueType::dateTime:
-            return "xs:dateTime";
-        case ValueType::base64:
-            return "xs:base64Binary";
+        case ValueType::integer: return "xs:int";
+        case ValueType::number: return attribute.mayBeEmpty ? "NumberOrNone" : "xs:double";
+        case ValueType::localNumber: return "LocalNumber";
+        case ValueType::dateTime: return "xs:dateTime";
+        case ValueType::base64: return "xs:base64Binary";
     }
     return "xs:string";
 }
@@ -142,19 +136,13 @@ std::string xdrType(const AttributeModel& attribute) {
     if (attribute.mayBeEmpty) return " dt:type=\"string\"";
     switch (attribute.type) {
         case ValueType::flag:
-        case ValueType::integer:
-            return " dt:type=\"i4\"";
-        case ValueType::number:
-            return " dt:type=\"r8\"";
-        case ValueType::dateTime:
-            return " dt:type=\"dateTime\"";
+        case ValueType::integer: return " dt:type=\"i4\"";
+        case ValueType::number: return " dt:type=\"r8\"";
+        case ValueType::dateTime: return " dt:type=\"dateTime\"";
         // The dialect has no number with the sender's own separator.
-        case ValueType::localNumber:
-            return " dt:type=\"string\"";
-        case ValueType::base64:
-            return " dt:type=\"bin.base64\"";
-        case ValueType::text:
-            break;
+        case ValueType::localNumber: return " dt:type=\"string\"";
+        case ValueType::base64: return " dt:type=\"bin.base64\"";
+        case ValueType::text: break;
     }
     std::string text = " dt:type=\"string\"";
     if (attribute.minimum > 0) text += attributeText("dt:minLength", std::to_string(attribute.minimum));

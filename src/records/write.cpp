@@ -31,38 +31,28 @@ bool passes(const Call& call, const ResolvedTest& resolved) {
     const Test& test = resolved.test;
     const Field field = resolved.field;
     switch (test.kind) {
-        case Test::Kind::notDefault:
-            return call.text(field) != notGiven;
+        case Test::Kind::notDefault: return call.text(field) != notGiven;
         case Test::Kind::length: {
             const std::size_t size = call.text(field).size();
             return size >= test.minimum && size <= test.maximum;
         }
-        case Test::Kind::oneOf:
-            return std::ranges::find(test.words, call.text(field)) != test.words.end();
-        case Test::Kind::notBlank:
-            return !trimBlanks(call.text(field)).empty();
-        case Test::Kind::imageName:
-            return endsInImageSuffix(call.text(field));
+        case Test::Kind::oneOf: return std::ranges::find(test.words, call.text(field)) != test.words.end();
+        case Test::Kind::notBlank: return !trimBlanks(call.text(field)).empty();
+        case Test::Kind::imageName: return endsInImageSuffix(call.text(field));
         case Test::Kind::range: {
             const double value = call.number(field);
             return value >= test.low && value <= test.high;
         }
-        case Test::Kind::above:
-            return call.number(field) > test.low;
-        case Test::Kind::otherThan:
-            return call.number(field) != test.low;
+        case Test::Kind::above: return call.number(field) > test.low;
+        case Test::Kind::otherThan: return call.number(field) != test.low;
         case Test::Kind::notLowest: {
             const double value = call.number(field);
             return value != mostNegative && value != std::numeric_limits<double>::lowest();
         }
-        case Test::Kind::given:
-            return call.number(field) != 0;
-        case Test::Kind::isTrue:
-            return call.number(field) != 0;
-        case Test::Kind::isFalse:
-            return call.number(field) == 0;
-        case Test::Kind::notBefore:
-            return call.number(field) >= call.number(resolved.other);
+        case Test::Kind::given: return call.number(field) != 0;
+        case Test::Kind::isTrue: return call.number(field) != 0;
+        case Test::Kind::isFalse: return call.number(field) == 0;
+        case Test::Kind::notBefore: return call.number(field) >= call.number(resolved.other);
     }
     return false;
 }
@@ -117,21 +107,16 @@ Date Call::date(Field field) const { return member<Date>(arguments, field); }
 double Call::number(Field field) const {
     switch (field.type) {
         case Type::integer:
-        case Type::variantInteger:
-            return member<Integer>(arguments, field);
-        case Type::longInteger:
-            return member<Long>(arguments, field);
-        case Type::floating:
-            return member<Double>(arguments, field);
-        case Type::boolean:
-            return member<Boolean>(arguments, field) ? 1 : 0;
-        case Type::date:
-            return member<Date>(arguments, field).days;
-        case Type::currency:
-            return static_cast<double>(member<Currency>(arguments, field).tenThousandths) / 10000;
+        case Type::variantInteger: return member<Integer>(arguments, field);
+        case Type::longInteger: return member<Long>(arguments, field);
+        case Type::floating: return member<Double>(arguments, field);
+        case Type::boolean: return member<Boolean>(arguments, field) ? 1 : 0;
+        case Type::date: return member<Date>(arguments, field).days;
+        case Type::currency: return static_cast<double>(member<Currency>(arguments, field).tenThousandths) / 10000;
         case Type::text:
         case Type::variantText:
-            break;
+        case Type::node:
+        case Type::nodeList: break;
     }
     throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
 }
@@ -156,12 +141,8 @@ void appendAttributes(std::u16string& out, const Record& record, const Call& cal
                 if (!holding) refuse(record, row, call);
                 written = row.writes();
                 break;
-            case RowKind::attribute:
-                written = holding;
-                break;
-            case RowKind::otherwise:
-                written = holding && !written;
-                break;
+            case RowKind::attribute: written = holding; break;
+            case RowKind::otherwise: written = holding && !written; break;
         }
         if (written) appendAttribute(out, row, call);
     }

@@ -20,12 +20,15 @@ enum class Type : std::uint8_t {
     date,
     currency,
     variantText,
-    variantInteger
+    variantInteger,
+    node,
+    nodeList
 };
 
 /// The types by the names that the declarations use, in the order of the enumeration.
-inline constexpr std::string_view typeNames[] = {"Text", "Integer",  "Long",        "Double",        "Boolean",
-                                                 "Date", "Currency", "VariantText", "VariantInteger"};
+inline constexpr std::string_view typeNames[] = {"Text",           "Integer", "Long",     "Double",
+                                                 "Boolean",        "Date",    "Currency", "VariantText",
+                                                 "VariantInteger", "Node",    "NodeList"};
 
 consteval Type typeNamed(std::string_view name) {
     for (std::size_t i = 0; i < std::size(typeNames); ++i) {

@@ -23,22 +23,23 @@ Error currentError() {
     }
 }
 
-std::u16string entryText(const State& state, const Label& label, const Error& error) {
+std::u16string entryText(const platform::Environment& environment, const Label& label, const Error& error) {
     std::u16string text = u"\r\nError Number: ";
     appendInteger(text, error.number());
     text.append(u". \r\nError Source: ").append(error.source());
     text.append(u". \r\n").append(toUtf16(label.caption)).append(error.description());
     text.append(u". \r\nThreadID: ");
-    appendInteger(text, state.environment.system->threadId());
+    appendInteger(text, environment.system->threadId());
     text.append(u". \r\n").append(toUtf16(label.text));
+    if (!label.property.empty()) text.append(toUtf16(label.property)).append(u".Get");
     return text;
 }
 
 }  // namespace
 
-void reportAndRethrow(State& state, const Label& label) {
+void reportAndRethrow(const platform::Environment& environment, const Label& label) {
     const Error error = currentError();
-    state.environment.log->writeError(entryText(state, label, error));
+    environment.log->writeError(entryText(environment, label, error));
     throw error;
 }
 

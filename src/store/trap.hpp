@@ -13,6 +13,7 @@ namespace quill1xml::store {
 struct Label {
     std::string_view text;                             ///< the last line
     std::string_view caption = "Error Description: ";  ///< what stands before the description
+    std::string_view property{};                       ///< goes on the last line with ".Get", for a getter
 };
 
 namespace detail {
@@ -31,16 +32,21 @@ inline constexpr std::string_view labelCaption = Label{}.caption;
 }  // namespace detail
 
 /// Writes the exception being handled to the event log and throws it as an Error.
-[[noreturn]] void reportAndRethrow(State& state, const Label& label);
+[[noreturn]] void reportAndRethrow(const platform::Environment& environment, const Label& label);
 
 /// Runs the body of a method or of an internal operation.
 template <class Body>
-decltype(auto) trapped(State& state, const Label& label, Body&& body) {
+decltype(auto) trapped(const platform::Environment& environment, const Label& label, Body&& body) {
     try {
         return std::forward<Body>(body)();
     } catch (...) {
-        reportAndRethrow(state, label);
+        reportAndRethrow(environment, label);
     }
+}
+
+template <class Body>
+decltype(auto) trapped(const State& state, const Label& label, Body&& body) {
+    return trapped(state.environment, label, std::forward<Body>(body));
 }
 
 /// "Method: Quill1XML.Store.<name>()", the label of every method without one of its own.

@@ -7,46 +7,26 @@ namespace {
 
 std::u16string_view usualText(RuntimeError error) {
     switch (error) {
-        case RuntimeError::invalidProcedureCall:
-            return u"Invalid procedure call or argument";
-        case RuntimeError::overflow:
-            return u"Overflow";
-        case RuntimeError::outOfMemory:
-            return u"Out of memory";
-        case RuntimeError::subscriptOutOfRange:
-            return u"Subscript out of range";
-        case RuntimeError::typeMismatch:
-            return u"Type mismatch";
-        case RuntimeError::internalError:
-            return u"Internal error";
-        case RuntimeError::fileNotFound:
-            return u"File not found";
-        case RuntimeError::deviceIo:
-            return u"Device I/O error";
-        case RuntimeError::diskFull:
-            return u"Disk full";
-        case RuntimeError::tooManyFiles:
-            return u"Too many files";
-        case RuntimeError::permissionDenied:
-            return u"Permission denied";
-        case RuntimeError::pathFileAccess:
-            return u"Path/File access error";
-        case RuntimeError::pathNotFound:
-            return u"Path not found";
-        case RuntimeError::objectNotSet:
-            return u"Object variable or With block variable not set";
-        case RuntimeError::cannotCreateObject:
-            return u"ActiveX component can't create object";
-        case RuntimeError::unknownMember:
-            return u"Object doesn't support this property or method";
-        case RuntimeError::automationError:
-            return u"Automation error";
-        case RuntimeError::namedArgumentNotFound:
-            return u"Named argument not found";
-        case RuntimeError::argumentNotOptional:
-            return u"Argument not optional";
-        case RuntimeError::wrongArgumentCount:
-            return u"Wrong number of arguments or invalid property assignment";
+        case RuntimeError::invalidProcedureCall: return u"Invalid procedure call or argument";
+        case RuntimeError::overflow: return u"Overflow";
+        case RuntimeError::outOfMemory: return u"Out of memory";
+        case RuntimeError::subscriptOutOfRange: return u"Subscript out of range";
+        case RuntimeError::typeMismatch: return u"Type mismatch";
+        case RuntimeError::internalError: return u"Internal error";
+        case RuntimeError::fileNotFound: return u"File not found";
+        case RuntimeError::deviceIo: return u"Device I/O error";
+        case RuntimeError::diskFull: return u"Disk full";
+        case RuntimeError::tooManyFiles: return u"Too many files";
+        case RuntimeError::permissionDenied: return u"Permission denied";
+        case RuntimeError::pathFileAccess: return u"Path/File access error";
+        case RuntimeError::pathNotFound: return u"Path not found";
+        case RuntimeError::objectNotSet: return u"Object variable or With block variable not set";
+        case RuntimeError::cannotCreateObject: return u"ActiveX component can't create object";
+        case RuntimeError::unknownMember: return u"Object doesn't support this property or method";
+        case RuntimeError::automationError: return u"Automation error";
+        case RuntimeError::namedArgumentNotFound: return u"Named argument not found";
+        case RuntimeError::argumentNotOptional: return u"Argument not optional";
+        case RuntimeError::wrongArgumentCount: return u"Wrong number of arguments or invalid property assignment";
     }
     return u"Application-defined or object-defined error";
 }

@@ -55,29 +55,14 @@ std::uint8_t XmlText::extendedCode(char16_t character) const {
 
 void XmlText::encodeSpecial(std::u16string& out, char16_t c, bool allExtended) const {
     switch (c) {
-        case u'&':
-            out.append(u"&amp;");
-            return;
-        case u'"':
-            out.append(u"&quot;");
-            return;
-        case u'\'':
-            out.append(u"&#39;");
-            return;
-        case u'<':
-            out.append(u"&#60;");
-            return;
-        case u'>':
-            out.append(u"&#62;");
-            return;
-        case eAcute:
-            out.append(u"&#233;");
-            return;
-        case enDash:
-            out.push_back(u'-');
-            return;
-        default:
-            break;
+        case u'&': out.append(u"&amp;"); return;
+        case u'"': out.append(u"&quot;"); return;
+        case u'\'': out.append(u"&#39;"); return;
+        case u'<': out.append(u"&#60;"); return;
+        case u'>': out.append(u"&#62;"); return;
+        case eAcute: out.append(u"&#233;"); return;
+        case enDash: out.push_back(u'-'); return;
+        default: break;
     }
     if (allExtended) {
         if (const int code = extendedCode(c); code != 0) {
@@ -105,7 +90,12 @@ void XmlText::encode(std::u16string& out, Text text, bool allExtended) const {
     out.append(text, begin);
 }
 
-void XmlText::decode(std::u16string& out, Text text, bool allExtended) const {
+namespace {
+
+/// Decodes references; what no fixed reference matches after an "&" is left to `extended`, which appends a character
+/// and returns how much it took, or 0.
+template <class Extended>
+void decodeReferences(std::u16string& out, Text text, const Extended& extended) {
     while (!text.empty()) {
         const std::size_t ampersand = text.find(u'&');
         out.append(text.substr(0, ampersand));
@@ -117,46 +107,54 @@ void XmlText::decode(std::u16string& out, Text text, bool allExtended) const {
         if (known != std::end(references)) {
             out.push_back(known->character);
             text.remove_prefix(known->tail.size());
-            continue;
-        }
-        // "#128;" to "#255;", three digits each.
-        int code = 0;
-        if (allExtended && text.size() >= 5 && text[0] == u'#' && text[4] == u';') {
-            for (std::size_t i = 1; i < 4; ++i) {
-                code = text[i] >= u'0' && text[i] <= u'9' ? code * 10 + (text[i] - u'0') : 1000;
-            }
-        }
-        if (code >= firstExtended && code < 256) {
-            out.push_back(characters_[static_cast<std::size_t>(code - firstExtended)]);
-            text.remove_prefix(5);
+        } else if (const std::size_t taken = extended(text); taken > 0) {
+            text.remove_prefix(taken);
         } else {
             out.push_back(u'&');
         }
     }
 }
 
+/// The number of "#128;" to "#255;" at the start of a text; 0 when there is none.
+int extendedReference(Text text) {
+    if (text.size() < 5 || text[0] != u'#' || text[4] != u';') return 0;
+    int code = 0;
+    for (const char16_t c : text.substr(1, 3)) {
+        if (c < u'0' || c > u'9') return 0;
+        code = code * 10 + (c - u'0');
+    }
+    return code >= firstExtended && code < 256 ? code : 0;
+}
+
+}  // namespace
+
+void XmlText::decode(std::u16string& out, Text text, bool allExtended) const {
+    if (!allExtended) {
+        decodeXmlText(out, text);
+        return;
+    }
+    decodeReferences(out, text, [&](Text rest) -> std::size_t {
+        const int code = extendedReference(rest);
+        if (code == 0) return 0;
+        out.push_back(characters_[static_cast<std::size_t>(code - firstExtended)]);
+        return 5;
+    });
+}
+
+void decodeXmlText(std::u16string& out, Text text) {
+    decodeReferences(out, text, [](Text) { return std::size_t{0}; });
+}
+
 void encodeLatin(std::u16string& out, Text text) {
     for (const char16_t c : text) {
         switch (c) {
-            case u'&':
-                out.append(u"&amp;");
-                break;
-            case u'"':
-                out.append(u"&quot;");
-                break;
-            case u'\'':
-                out.append(u"&apos;");
-                break;
-            case u'<':
-                out.append(u"&lt;");
-                break;
-            case u'>':
-                out.append(u"&gt;");
-                break;
+            case u'&': out.append(u"&amp;"); break;
+            case u'"': out.append(u"&quot;"); break;
+            case u'\'': out.append(u"&apos;"); break;
+            case u'<': out.append(u"&lt;"); break;
+            case u'>': out.append(u"&gt;"); break;
             case u'\u00D7':
-            case u'\u00F7':
-                out.push_back(c);
-                break;
+            case u'\u00F7': out.push_back(c); break;
             default:
                 if (c >= 0xC0 && c <= 0xFF) {
                     appendReference(out, c);

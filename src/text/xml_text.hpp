@@ -44,6 +44,9 @@ private:
     std::vector<Extended> codes_;           // sorted by character
 };
 
+/// Appends the decoded text as XmlText::decode does without extended characters, for which no code page is needed.
+void decodeXmlText(std::u16string& out, Text text);
+
 /// Appends the older encoding: named references for the five XML characters, numeric ones for the Latin-1 letters.
 void encodeLatin(std::u16string& out, Text text);
 

@@ -1,0 +1,102 @@
+#include "quill1xml/entities.hpp"
+
+#include "entities/getters.hpp"
+#include "platform/platform.hpp"
+#include "store/trap.hpp"
+
+#include <string_view>
+#include <utility>
+
+namespace quill1xml {
+namespace {
+
+using entities::Handling;
+using enum entities::Handling;
+using entities::readDate;
+using entities::readDouble;
+using entities::readInteger;
+using entities::readLong;
+using entities::readText;
+
+/// The names of a property's attribute and label, where they are not its own.
+struct Names {
+    std::u16string_view attribute{};
+    std::string_view label{};
+};
+
+constexpr Names named(std::u16string_view attribute, std::string_view label, const Names& own) {
+    return {own.attribute.empty() ? attribute : own.attribute, own.label.empty() ? label : own.label};
+}
+
+const platform::Environment& environmentOf(const Entity& entity) {
+    static const platform::Environment system = platform::systemEnvironment();
+    return entity.environment() != nullptr ? *entity.environment() : system;
+}
+
+/// Runs a getter in the error trap of its property.
+template <class Read>
+auto get(const Entity& entity, std::string_view classLabel, std::string_view property, const Read& read) {
+    return store::trapped(environmentOf(entity), {.text = classLabel, .property = property}, read);
+}
+
+template <class Item>
+std::vector<Item> children(const Entity& entity, Text name) {
+    std::vector<Item> items;
+    for (Node& node : entity.node().children(name)) items.emplace_back(std::move(node), entity.environment());
+    return items;
+}
+
+}  // namespace
+
+Entity::Entity(Node node, std::shared_ptr<const platform::Environment> environment)
+    : node_(std::move(node)), environment_(std::move(environment)) {}
+
+void Entity::Initialise(Node node) { node_ = std::move(node); }
+
+#define PROPERTY(dispid, Type, Name, handling, ...)                                                                    \
+    property_types::Type CLASS::Name() const {                                                                         \
+        static constexpr Names names = named(u"" #Name, #Name, Names{__VA_ARGS__});                                    \
+        return get(*this, CLASS_LABEL, names.label, [this] { return read##Type(node(), names.attribute, handling); }); \
+    }
+#define COLLECTION(dispid, Name, Class, child, builder)                                              \
+    std::vector<Class> CLASS::Name() const {                                                         \
+        return get(*this, CLASS_LABEL, #Name, [this] { return children<Class>(*this, u"" child); }); \
+    }
+
+#define CLASS Customer
+#define CLASS_LABEL "Method: Quill1XML.Customer."
+#include "quill1xml/entities/customer.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+#define CLASS UserDefinedField
+#define CLASS_LABEL "Method: Quill1XML.UserDefinedField."
+#include "quill1xml/entities/user_defined_field.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+#define CLASS OrderLineItem
+#define CLASS_LABEL "Method: Quill1XML.OrderLineItem."
+#include "quill1xml/entities/order_line_item.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+#define CLASS Order
+#define CLASS_LABEL "Method: Quill1XML.Order."
+#include "quill1xml/entities/order.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+#define CLASS QuotationLineItem
+#define CLASS_LABEL "Method: Quill1XML.QuoteLineItem."
+#include "quill1xml/entities/quotation_line_item.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+#define CLASS Quotation
+#define CLASS_LABEL "Method: Quill1XML.Quotation."
+#include "quill1xml/entities/quotation.def"
+#undef CLASS
+#undef CLASS_LABEL
+
+}  // namespace quill1xml

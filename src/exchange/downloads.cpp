@@ -1,0 +1,151 @@
+// Downloads: customers, orders, quotations and offline product lists, and objects over their elements.
+
+#include "exchange/receipt.hpp"
+#include "platform/reply_text.hpp"
+#include "quill1xml/text.hpp"
+#include "store/methods.hpp"
+#include "store/trap.hpp"
+#include "text/date.hpp"
+#include "text/numbers.hpp"
+
+#include <algorithm>
+#include <type_traits>
+
+namespace quill1xml::store {
+namespace {
+
+/// What one download does differently from the others.
+struct Download {
+    Text source;       ///< of its errors
+    Text loadFailure;  ///< description when the reply is no XML
+    Text path;         ///< of the elements of a collection
+    bool hasReceipt;   ///< a refusal is looked for
+};
+
+constexpr Download customers{u"Quill1XML.Store.ReceiveCustomers()", u"Store Customers XML failed to load.",
+                             u"Store/DebtorStaff", true};
+constexpr Download orders{u"Quill1XML.Store.ReceiveOrders()", u"Store Order XML failed to load.", u"Store/Order", true};
+constexpr Download quotations{u"Quill1XML.Store.ReceiveQuotes()", u"Store Quote XML failed to load.", u"Store/Quote",
+                              true};
+constexpr Download offlineProducts{u"Quill1XML.Store.ReceiveOfflineProductList()",
+                                   u"Offline Product List XML failed to load.", u"Store/Order", false};
+
+/// The digits of a date and time without separators, for a file name. Other text only loses its "-" and ":".
+std::u16string stampOf(const std::u16string& dateCreated) {
+    std::u16string stamp;
+    try {
+        appendDateText(stamp, Date::fromText(dateCreated));
+    } catch (const Error&) {
+        stamp = dateCreated;
+    }
+    std::erase_if(stamp, [](char16_t c) { return c == u'-' || c == u':'; });
+    if (stamp.find_first_of(u"\\/") != std::u16string::npos || stamp.find(u"..") != std::u16string::npos) {
+        throw runtimeError(RuntimeError::pathFileAccess,
+                           u"the reply's DateCreated \"" + dateCreated + u"\" would lead out of the archive folder");
+    }
+    return stamp;
+}
+
+void archive(const platform::Document& document, Text folder) {
+    const auto root = exchange::requiredElement(document, u"Store");
+    std::u16string fileName(folder);
+    fileName.append(u"\\WebStore");
+    appendInteger(fileName, toLong(exchange::requiredAttribute(*root, u"StoreID")));
+    const auto envelope = exchange::requiredElement(document, u"Store/Envelope");
+    fileName.append(u"-").append(stampOf(exchange::requiredAttribute(*envelope, u"DateCreated"))).append(u".xml");
+    document.save(fileName);
+}
+
+/// "StoreID=57&UserName=...": values go in as they are, that is the contract with the server.
+std::u16string form(Long storeId, std::initializer_list<std::pair<Text, Text>> fields) {
+    std::u16string text = u"StoreID=";
+    appendInteger(text, storeId);
+    for (const auto& [name, value] : fields) text.append(u"&").append(name).append(u"=").append(value);
+    return text;
+}
+
+std::shared_ptr<platform::Document> fetch(State& state, const Download& download, Text url, Text body) {
+    const auto reply = state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body));
+    platform::ParseError parseError;
+    std::shared_ptr<platform::Document> document =
+        state.environment.xml->parse(platform::replyText(reply), nullptr, parseError);
+    if (document == nullptr) throw Error(applicationError, download.source, download.loadFailure);
+    if (download.hasReceipt) {
+        if (const auto receipts = document->select(u"Receipt"); !receipts.empty()) {
+            exchange::checkReceipt(*receipts.front());
+        }
+    }
+    return document;
+}
+
+/// Objects over nodes, in their order.
+template <class Item>
+std::vector<Item> itemsOf(const State& state, NodeList nodes) {
+    const auto environment = std::make_shared<const platform::Environment>(state.environment);
+    std::vector<Item> items;
+    items.reserve(nodes.size());
+    for (const Node& node : nodes) items.emplace_back(node, environment);
+    return items;
+}
+
+std::vector<Customer> collect(State& state, NodeList nodes, const Customer*) {
+    return methods::Customers(state, {nodes});
+}
+std::vector<Order> collect(State& state, NodeList nodes, const Order*) { return methods::Orders(state, {nodes}); }
+std::vector<Quotation> collect(State& state, NodeList nodes, const Quotation*) {
+    return methods::Quotations(state, {nodes});
+}
+
+template <class Item, class Arguments>
+Received<Item> receive(State& state, const Download& download, const Arguments& arguments, Text body) {
+    auto document = fetch(state, download, arguments.strSourceURL, body);
+    if (!arguments.strArchivePath.empty()) archive(*document, arguments.strArchivePath);
+    if (arguments.strReturnType == u"Collection") {
+        const auto nodes = Document(std::move(document)).select(download.path);
+        return collect(state, nodes, static_cast<const Item*>(nullptr));
+    }
+    if (arguments.strReturnType == u"XMLDOMDocument") return Document(std::move(document));
+    if (arguments.strReturnType == u"XMLString") return document->xml();
+    throw Error(applicationError, download.source, u"No valid Return Type has been passed.");
+}
+
+template <class Arguments>
+std::u16string credentials(const Arguments& arguments) {
+    return form(arguments.lngStoreID, {{u"UserName", arguments.strUserName}, {u"Password", arguments.strPassword}});
+}
+
+}  // namespace
+
+namespace bodies {
+
+Received<Customer> ReceiveCustomers(State& state, const arguments::ReceiveCustomers& arguments) {
+    return receive<Customer>(state, customers, arguments, credentials(arguments));
+}
+
+Received<Order> ReceiveOrders(State& state, const arguments::ReceiveOrders& arguments) {
+    return receive<Order>(state, orders, arguments, credentials(arguments));
+}
+
+Received<Quotation> ReceiveQuotations(State& state, const arguments::ReceiveQuotations& arguments) {
+    return receive<Quotation>(state, quotations, arguments, credentials(arguments));
+}
+
+Received<Order> ReceiveOfflineProductList(State& state, const arguments::ReceiveOfflineProductList& arguments) {
+    return receive<Order>(state, offlineProducts, arguments,
+                          form(arguments.lngStoreID, {{u"CustomerEmailAddress", arguments.strCustomerEmailAddress}}));
+}
+
+std::vector<Order> Orders(State& state, const arguments::Orders& arguments) {
+    return itemsOf<Order>(state, arguments.lstOrders);
+}
+
+std::vector<Customer> Customers(State& state, const arguments::Customers& arguments) {
+    return itemsOf<Customer>(state, arguments.lstCustomer);
+}
+
+std::vector<Quotation> Quotations(State& state, const arguments::Quotations& arguments) {
+    return itemsOf<Quotation>(state, arguments.lstQuotation);
+}
+
+}  // namespace bodies
+}  // namespace quill1xml::store

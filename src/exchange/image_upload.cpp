@@ -1,0 +1,52 @@
+// SendImage: image files, one request each.
+
+#include "exchange/receipt.hpp"
+#include "quill1xml/text.hpp"
+#include "store/methods.hpp"
+#include "text/base64.hpp"
+#include "text/numbers.hpp"
+#include "text/xml_attribute.hpp"
+
+namespace quill1xml::store::bodies {
+namespace {
+
+/// The request for one file. A deletion needs the name only.
+std::u16string imageRequest(State& state, const arguments::SendImage& arguments, Text name) {
+    std::u16string text = u"<?xml version=\"1.0\"?>\r\n<Store";
+    appendXmlAttribute(text, u"xmlns:dt", u"urn:schemas-microsoft-com:datatypes");
+    appendXmlAttribute(text, u"StoreID", arguments.lngStoreID);
+    appendXmlAttribute(text, u"UserName", arguments.strUserName);
+    appendXmlAttribute(text, u"Password", arguments.strPassword);
+    std::u16string thumbnail;
+    appendInteger(thumbnail, arguments.intblnCreateThumbNail);
+    appendXmlAttribute(text, u"CreateThumbnail", thumbnail);
+    appendXmlAttribute(text, u"UploadFolder", arguments.strUploadFolder);
+    if (arguments.blnDeleted) appendXmlAttribute(text, u"Deleted", u"True");
+    text.append(u"><Image");
+    appendXmlAttribute(text, u"dt:dt", u"bin.base64");
+    appendXmlAttribute(text, u"ImageName", name);
+    text.push_back(u'>');
+    if (!arguments.blnDeleted) {
+        const std::u16string fileName = std::u16string(arguments.strPath) + u"\\" + std::u16string(name);
+        appendBase64(text, methods::ReadBinData(state, {fileName}));
+    }
+    return text.append(u"</Image></Store>");
+}
+
+}  // namespace
+
+Long SendImage(State& state, const arguments::SendImage& arguments) {
+    if (arguments.strDestinationURL.empty()) {
+        throw Error(applicationError, u"Quill1XML.Store.SendImage()", u"No Destination URL has been specified.");
+    }
+    const std::u16string pattern = std::u16string(arguments.strPath) + u"\\" + std::u16string(arguments.strFileSpec);
+    for (const std::u16string& name : state.environment.files->list(pattern)) {
+        const auto reply =
+            state.environment.http->post(arguments.strDestinationURL, "application/x-www-form-urlencoded",
+                                         toUtf8(imageRequest(state, arguments, name)));
+        exchange::readReceipt(*state.environment.xml, reply);
+    }
+    return toLong(arguments.lngStoreID);
+}
+
+}  // namespace quill1xml::store::bodies
