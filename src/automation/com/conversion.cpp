@@ -18,8 +18,9 @@ const VARIANT& dereferenced(const VARIANT& value, com::Variant& copy) {
     const VARIANT* target = &value;
     if (target->vt == (VT_BYREF | VT_VARIANT)) target = target->pvarVal;
     if ((target->vt & VT_BYREF) == 0 || (target->vt & VT_ARRAY) != 0) return *target;
-    if (VariantCopyInd(copy.put(), source(*target)) == E_OUTOFMEMORY) throw std::bad_alloc();
-    return copy.get();
+    const HRESULT result = VariantCopyInd(copy.put(), source(*target));
+    if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+    return SUCCEEDED(result) ? copy.get() : *target;
 }
 
 VARTYPE variantType(Type type) {
