@@ -1,0 +1,10 @@
+' Publishes two tax codes: run it beside webstore-sandbox, with store.xdr from "quill1xml schema --xdr".
+Set store = CreateObject("Quill1XML.Store")
+store.SetTempFilePath "C:\Temp"
+store.Create "C:\Temp\store.xdr", 57, , "Coffee & Tea"
+store.AddAdditionalParameters
+store.AddEnvelope "demo", "demo", "http://127.0.0.1:8057/upload"
+store.AddTax "VAT", , 15
+store.AddTax "ZERO", "Zero-rated", 0
+result = store.Send
+WScript.Echo result
