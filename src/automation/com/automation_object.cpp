@@ -1,22 +1,18 @@
 #include "automation/com/automation_object.hpp"
 
 #include "automation/com/conversion.hpp"
+#include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
 #include "automation/com/failure.hpp"
 #include "automation/com/guid.hpp"
 #include "automation/com/type_library.hpp"
-#include "quill1xml/text.hpp"
 
 #include <olectl.h>
 
-#include <algorithm>
-#include <cwchar>
 #include <utility>
 
 namespace quill1xml::automation {
 namespace {
-
-std::string nameOf(const wchar_t* name) { return toUtf8(com::asText(name, std::wcslen(name))); }
 
 /// An entry of the list of connection points.
 struct PointItem {
@@ -68,42 +64,17 @@ HRESULT AutomationObject::GetTypeInfo(UINT index, LCID, ITypeInfo** result) {
 }
 
 HRESULT AutomationObject::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    if (names == nullptr || ids == nullptr) return E_POINTER;
-    std::fill_n(ids, count, DISPID_UNKNOWN);
-    return guarded(membersId_, nullptr, [&]() -> HRESULT {
-        const Member* const member = count > 0 ? findMember(class_, nameOf(names[0])) : nullptr;
-        if (member == nullptr) return DISP_E_UNKNOWNNAME;
-        ids[0] = member->dispid;
-        // The parameters of the member follow.
-        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, nameOf(names[i]));
-        return std::find(ids, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
-    });
+    return idsOfNames(class_, reserved, names, count, ids);
 }
 
 HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* given,
                                  VARIANT* result, EXCEPINFO* details, UINT* faulty) {
-    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
-    const auto member = std::ranges::find(class_.members, id, &Member::dispid);
-    // Script hosts cannot tell a property from a method without parameters and ask for either.
-    if (member == class_.members.end() || (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-    if (result != nullptr) VariantInit(result);
     // The host may let go of the object in an event that the call raises.
     const com::ComPtr<IDispatch> alive(this);
-    return guarded(membersId_, details, [&] {
-        com::Variant value = call(*member, *given, locale, faulty);
-        if (result != nullptr) *result = value.detach();
-        return S_OK;
-    });
-}
-
-com::Variant AutomationObject::call(const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) const {
-    Arguments arguments(member);
-    bind(arguments, member, given, locale, faulty);
-    return toVariant(member.invoke(object_.get(), arguments.data()));
+    return invokeMember({class_, membersId_, id, reserved, locale, flags, given, result, details, faulty},
+                        [this](const Member& member, const Arguments& arguments) {
+                            return toVariant(member.invoke(object_.get(), arguments.data()));
+                        });
 }
 
 HRESULT AutomationObject::GetClassInfo(ITypeInfo** result) {

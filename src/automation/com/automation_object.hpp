@@ -38,9 +38,6 @@ public:
 private:
     void* find(REFIID id) noexcept override;
 
-    /// Binds the arguments and calls the member. Throws Error.
-    com::Variant call(const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) const;
-
     const Class& class_;
     const Identity& identity_;
     const IID membersId_;

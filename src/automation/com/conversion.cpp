@@ -1,5 +1,8 @@
 #include "automation/com/conversion.hpp"
 
+#include "automation/com/collection_object.hpp"
+#include "platform/windows/dom.hpp"
+#include "platform/windows/errors.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 
@@ -7,6 +10,8 @@
 
 namespace quill1xml::automation {
 namespace {
+
+constexpr IID iidXmlDomNodeList = {0x2933BF82, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 bool isMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
 
@@ -26,24 +31,21 @@ const VARIANT& dereferenced(const VARIANT& value, com::Variant& copy) {
 VARTYPE variantType(Type type) {
     switch (type) {
         case Type::text:
-        case Type::variantText:
-            return VT_BSTR;
+        case Type::variantText: return VT_BSTR;
         case Type::integer:
-        case Type::variantInteger:
-            return VT_I2;
-        case Type::longInteger:
-            return VT_I4;
-        case Type::floating:
-            return VT_R8;
-        case Type::boolean:
-            return VT_BOOL;
-        case Type::date:
-            return VT_DATE;
-        case Type::currency:
-            return VT_CY;
+        case Type::variantInteger: return VT_I2;
+        case Type::longInteger: return VT_I4;
+        case Type::floating: return VT_R8;
+        case Type::boolean: return VT_BOOL;
+        case Type::date: return VT_DATE;
+        case Type::currency: return VT_CY;
+        case Type::node:
+        case Type::nodeList: return VT_UNKNOWN;
     }
     throw std::logic_error("a parameter of an unknown type");
 }
+
+Error mismatch(const Parameter& parameter) { return runtimeError(RuntimeError::typeMismatch, toUtf16(parameter.name)); }
 
 /// The value in the type that a parameter wants; the copy holds it where it had to be converted.
 const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID locale, com::Variant& copy) {
@@ -55,28 +57,46 @@ const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID lo
         fits ? VariantChangeTypeEx(copy.put(), source(value), locale, VARIANT_ALPHABOOL, wanted) : DISP_E_TYPEMISMATCH;
     if (result == E_OUTOFMEMORY) throw std::bad_alloc();
     if (result == DISP_E_OVERFLOW) throw runtimeError(RuntimeError::overflow, toUtf16(parameter.name));
-    if (FAILED(result)) throw runtimeError(RuntimeError::typeMismatch, toUtf16(parameter.name));
+    if (FAILED(result)) throw mismatch(parameter);
     return copy.get();
 }
 
-void set(Arguments& arguments, std::size_t index, Type type, const VARIANT& value) {
-    switch (type) {
+/// A node that a host passed. Nothing is a node too: what reads it fails.
+Node nodeOf(IUnknown* passed, const Parameter& parameter) {
+    if (passed == nullptr) return {};
+    if (!com::query<IXMLDOMElement>(passed, platform::iidXmlDomElement)) throw mismatch(parameter);
+    return Node(platform::wrapNode(passed));
+}
+
+std::vector<Node> nodesOf(IUnknown* passed, const Parameter& parameter) {
+    if (passed == nullptr) throw runtimeError(RuntimeError::objectNotSet, toUtf16(parameter.name));
+    const auto list = com::query<IXMLDOMNodeList>(passed, iidXmlDomNodeList);
+    if (!list) throw mismatch(parameter);
+    long length = 0;
+    platform::check(list->get_length(&length));
+    std::vector<Node> nodes;
+    for (long i = 0; i < length; ++i) {
+        com::ComPtr<IXMLDOMNode> node;
+        platform::check(list->get_item(i, node.put()));
+        nodes.push_back(nodeOf(node.get(), parameter));
+    }
+    return nodes;
+}
+
+void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value) {
+    switch (parameter.type) {
+        case Type::node: return arguments.setNodes(index, {nodeOf(value.punkVal, parameter)});
+        case Type::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, parameter));
         case Type::text:
         case Type::variantText:
             return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
         case Type::integer:
-        case Type::variantInteger:
-            return arguments.setWhole(index, value.iVal);
-        case Type::longInteger:
-            return arguments.setWhole(index, value.lVal);
-        case Type::floating:
-            return arguments.setDouble(index, value.dblVal);
-        case Type::boolean:
-            return arguments.setBoolean(index, value.boolVal != VARIANT_FALSE);
-        case Type::date:
-            return arguments.setDate(index, {value.date});
-        case Type::currency:
-            return arguments.setCurrency(index, {value.cyVal.int64});
+        case Type::variantInteger: return arguments.setWhole(index, value.iVal);
+        case Type::longInteger: return arguments.setWhole(index, value.lVal);
+        case Type::floating: return arguments.setDouble(index, value.dblVal);
+        case Type::boolean: return arguments.setBoolean(index, value.boolVal != VARIANT_FALSE);
+        case Type::date: return arguments.setDate(index, {value.date});
+        case Type::currency: return arguments.setCurrency(index, {value.cyVal.int64});
     }
 }
 
@@ -86,7 +106,7 @@ void bindOne(Arguments& arguments, const Member& member, std::size_t index, cons
     const VARIANT& value = dereferenced(given, target);
     if (isMissing(value) || (value.vt == VT_EMPTY && !parameter.required)) return;
     com::Variant copy;
-    set(arguments, index, parameter.type, coerced(value, parameter, locale, copy));
+    set(arguments, index, parameter, coerced(value, parameter, locale, copy));
 }
 
 /// The parameter that the argument at a place of the host's array is for.
@@ -104,6 +124,35 @@ std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& give
     return static_cast<std::size_t>(named);
 }
 
+template <class Fill>
+com::Variant filled(Fill fill) {
+    com::Variant result;
+    fill(*result.put());
+    return result;
+}
+
+struct Conversion {
+    com::Variant operator()(std::monostate) const { return {}; }
+    com::Variant operator()(Long number) const { return com::Variant(static_cast<long>(number)); }
+    com::Variant operator()(Integer number) const {
+        return filled([number](VARIANT& place) { place.vt = VT_I2, place.iVal = number; });
+    }
+    com::Variant operator()(Double number) const {
+        return filled([number](VARIANT& place) { place.vt = VT_R8, place.dblVal = number; });
+    }
+    com::Variant operator()(Date date) const {
+        return filled([date](VARIANT& place) { place.vt = VT_DATE, place.date = date.days; });
+    }
+    com::Variant operator()(const std::u16string& text) const { return com::Variant(Text(text)); }
+    com::Variant operator()(const Bytes& bytes) const { return com::Variant::ofBytes(std::as_bytes(std::span(bytes))); }
+    com::Variant operator()(const Document& document) const {
+        return com::Variant(platform::documentDispatch(*document.document()));
+    }
+    com::Variant operator()(const Collection& collection) const {
+        return com::Variant(makeCollection(collection).get());
+    }
+};
+
 }  // namespace
 
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) {
@@ -114,16 +163,6 @@ void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, L
     arguments.requireAll();
 }
 
-com::Variant toVariant(const Value& value) {
-    struct {
-        com::Variant operator()(std::monostate) const { return {}; }
-        com::Variant operator()(Long number) const { return com::Variant(static_cast<long>(number)); }
-        com::Variant operator()(const std::u16string& text) const { return com::Variant(Text(text)); }
-        com::Variant operator()(const Bytes& bytes) const {
-            return com::Variant::ofBytes(std::as_bytes(std::span(bytes)));
-        }
-    } const conversion;
-    return std::visit(conversion, value);
-}
+com::Variant toVariant(const Value& value) { return std::visit(Conversion{}, value); }
 
 }  // namespace quill1xml::automation

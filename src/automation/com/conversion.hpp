@@ -12,8 +12,8 @@ namespace quill1xml::automation {
 /// Values are coerced as the host's locale has it. What the host left out keeps its default: the mark for a missing
 /// argument, and for an optional parameter an empty variant too.
 ///
-/// Throws error 13, 6, 448, 449 or 450; faulty, where it is not null, receives the place of an argument that does not
-/// fit.
+/// Throws error 13, 6, 91, 448, 449 or 450; faulty, where it is not null, receives the place of an argument that does
+/// not fit.
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty);
 
 /// A result or an event argument.

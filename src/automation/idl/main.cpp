@@ -28,37 +28,32 @@ std::string quoted(std::string_view text) {
 
 std::string_view idlType(Type type) {
     switch (type) {
-        case Type::text:
-            return "BSTR";
-        case Type::integer:
-            return "short";
-        case Type::longInteger:
-            return "long";
-        case Type::floating:
-            return "double";
-        case Type::boolean:
-            return "VARIANT_BOOL";
-        case Type::date:
-            return "DATE";
-        case Type::currency:
-            return "CURRENCY";
+        case Type::text: return "BSTR";
+        case Type::integer: return "short";
+        case Type::longInteger: return "long";
+        case Type::floating: return "double";
+        case Type::boolean: return "VARIANT_BOOL";
+        case Type::date: return "DATE";
+        case Type::currency: return "CURRENCY";
         case Type::variantText:
-        case Type::variantInteger:
-            return "VARIANT";
+        case Type::variantInteger: return "VARIANT";
+        case Type::node:
+        case Type::nodeList: return "IDispatch*";
     }
     throw std::logic_error("a parameter of an unknown type");
 }
 
 std::string_view idlType(ResultType type) {
     switch (type) {
-        case ResultType::nothing:
-            return "void";
-        case ResultType::longInteger:
-            return "long";
-        case ResultType::text:
-            return "BSTR";
+        case ResultType::nothing: return "void";
+        case ResultType::longInteger: return "long";
+        case ResultType::integer: return "short";
+        case ResultType::floating: return "double";
+        case ResultType::date: return "DATE";
+        case ResultType::text: return "BSTR";
         case ResultType::bytes:
-            return "VARIANT";
+        case ResultType::received: return "VARIANT";
+        case ResultType::collection: return "IDispatch*";
     }
     throw std::logic_error("a result of an unknown type");
 }
@@ -74,26 +69,17 @@ std::string optional(const Member& member, const Parameter& parameter) {
     const std::string_view type = idlType(parameter.type);
     bool zero = true;
     switch (parameter.type) {
-        case Type::text:
-            return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
-        case Type::integer:
-            return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
-        case Type::longInteger:
-            return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
-        case Type::boolean:
-            return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
-        case Type::floating:
-            zero = defaultOf<Double>(member, parameter) == 0;
-            break;
-        case Type::date:
-            zero = defaultOf<Date>(member, parameter).days == 0;
-            break;
-        case Type::currency:
-            zero = defaultOf<Currency>(member, parameter).tenThousandths == 0;
-            break;
+        case Type::text: return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
+        case Type::integer: return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
+        case Type::longInteger: return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
+        case Type::boolean: return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
+        case Type::floating: zero = defaultOf<Double>(member, parameter) == 0; break;
+        case Type::date: zero = defaultOf<Date>(member, parameter).days == 0; break;
+        case Type::currency: zero = defaultOf<Currency>(member, parameter).tenThousandths == 0; break;
         case Type::variantText:
         case Type::variantInteger:
-            break;
+        case Type::node:
+        case Type::nodeList: break;
     }
     return std::string("[in, optional] ").append(zero ? type : "VARIANT");
 }

@@ -1,0 +1,55 @@
+#include "automation/com/dispatch.hpp"
+
+#include "automation/com/conversion.hpp"
+#include "automation/com/failure.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace quill1xml::automation {
+namespace {
+
+std::string nameOf(const wchar_t* name) { return toUtf8(com::asText(name, std::wcslen(name))); }
+
+}  // namespace
+
+HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr) return E_POINTER;
+    std::fill_n(ids, count, DISPID_UNKNOWN);
+    return guarded(IID_IDispatch, nullptr, [&]() -> HRESULT {
+        const Member* const member = count > 0 ? findMember(of, nameOf(names[0])) : nullptr;
+        if (member == nullptr) return DISP_E_UNKNOWNNAME;
+        ids[0] = member->dispid;
+        // The parameters of the member follow.
+        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, nameOf(names[i]));
+        return std::find(ids + 1, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
+    });
+}
+
+HRESULT invokeMember(const Invocation& invocation,
+                     const std::function<com::Variant(const Member&, const Arguments&)>& call) noexcept {
+    const auto& [of, interfaceId, id, reserved, locale, flags, given, result, details, faulty] = invocation;
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
+    const auto member = std::ranges::find(of.members, id, &Member::dispid);
+    // Script hosts cannot tell a property from a method without parameters and ask for either.
+    if (member == of.members.end() || (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    if (result != nullptr) VariantInit(result);
+    return guarded(interfaceId, details, [&]() -> HRESULT {
+        const bool forItem = member->parameters.empty() && member->result == ResultType::collection && given->cArgs > 0;
+        Arguments arguments(*member);
+        bind(arguments, *member, forItem ? DISPPARAMS{} : *given, locale, faulty);
+        com::Variant value = call(*member, arguments);
+        if (forItem) {
+            return value->pdispVal->Invoke(DISPID_VALUE, IID_NULL, locale, flags, given, result, details, faulty);
+        }
+        if (result != nullptr) *result = value.detach();
+        return S_OK;
+    });
+}
+
+}  // namespace quill1xml::automation
