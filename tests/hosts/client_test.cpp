@@ -3,6 +3,9 @@
 #include "hosts/client.hpp"
 
 #include "automation/catalogue.hpp"
+#include "platform/windows/create_object.hpp"
+#include "platform/windows/dom.hpp"
+#include "platform/windows/xml_parsing.hpp"
 #include "support/temp_folder.hpp"
 
 #include <olectl.h>
@@ -298,19 +301,36 @@ TEST_F(Client, ConnectionPointsAreListed) {
     EXPECT_EQ(connections->Next(1, &data, &fetched), S_FALSE);
 }
 
-using Sending = Client;  // beside a web store, which the environment names
+/// The identity that an object's type library gives it.
+GUID typeIdOf(IDispatch* object) {
+    ComPtr<ITypeInfo> info;
+    TYPEATTR* attributes = nullptr;
+    EXPECT_EQ(object->GetTypeInfo(0, english, info.put()), S_OK);
+    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    const GUID id = attributes->guid;
+    info->ReleaseTypeAttr(attributes);
+    return id;
+}
 
-TEST_F(Sending, EventsReachEverySinkWhateverOneDoes) {
-    const char* const url = std::getenv("QUILL1XML_STORE_URL");
-    const char* const schema = std::getenv("QUILL1XML_SCHEMA");
-    ASSERT_TRUE(url != nullptr && schema != nullptr) << "run beside a web store";
-    const std::u16string address = toUtf16(url);
+/// Beside a web store, which the environment names.
+class Exchange : public Client {
+protected:
+    void SetUp() override {
+        const char* const store = std::getenv("QUILL1XML_STORE_URL");
+        ASSERT_NE(store, nullptr) << "run beside a web store";
+        url = toUtf16(store);
+    }
+
+    std::u16string url;
+};
+
+TEST_F(Exchange, EventsReachEverySinkWhateverOneDoes) {
     const TempFolder folder;
     auto store = server.create("Store");
     mustCall(store.get(), u"SetTempFilePath", {folder.name(u"").c_str()});
-    mustCall(store.get(), u"Create", {toUtf16(schema).c_str(), 1});
+    mustCall(store.get(), u"Create", {toUtf16(std::getenv("QUILL1XML_SCHEMA")).c_str(), 1});
     mustCall(store.get(), u"AddAdditionalParameters");
-    mustCall(store.get(), u"AddEnvelope", {u"demo", u"demo", address.c_str()});
+    mustCall(store.get(), u"AddEnvelope", {u"demo", u"demo", (url + u"/upload").c_str()});
     mustCall(store.get(), u"AddCurrency", {u"ZAR"});
     mustCall(store.get(), u"AddTax", {u"VAT", Arg::missing(), 15});
 
@@ -343,9 +363,141 @@ TEST_F(Sending, EventsReachEverySinkWhateverOneDoes) {
     EXPECT_EQ(point->Unadvise(listeningCookie), S_OK);
 }
 
+/// Registered for the machine as long as it lives.
+struct Registration {
+    explicit Registration(const LoadedServer& of) : server(of) { EXPECT_EQ(server.install(true, L""), S_OK); }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+    ~Registration() { server.install(false, L""); }
+    const LoadedServer& server;
+};
+
+/// Expects of an automation value what the library itself has: the same type, the same content.
+struct SameAs {
+    const VARIANT& actual;
+
+    void operator()(std::monostate) const { EXPECT_EQ(actual.vt, VT_EMPTY); }
+    void operator()(Long number) const { EXPECT_TRUE(actual.vt == VT_I4 && actual.lVal == number) << number; }
+    void operator()(Integer number) const { EXPECT_TRUE(actual.vt == VT_I2 && actual.iVal == number) << number; }
+    void operator()(Double number) const { EXPECT_TRUE(actual.vt == VT_R8 && actual.dblVal == number) << number; }
+    void operator()(Date date) const { EXPECT_TRUE(actual.vt == VT_DATE && actual.date == date.days) << date.days; }
+    void operator()(const std::u16string& text) const { EXPECT_EQ(textOf(actual), toUtf8(text)); }
+    void operator()(const Bytes&) const { ADD_FAILURE(); }
+    void operator()(const Document& document) const {
+        EXPECT_EQ(textOf(mustCall(actual.pdispVal, u"xml").get()), toUtf8(document.xml()));
+    }
+    void operator()(const automation::Collection& collection) const {
+        ASSERT_EQ(actual.vt, VT_DISPATCH);
+        ASSERT_EQ(mustCall(actual.pdispVal, u"Count")->lVal, static_cast<long>(collection.nodes.size()));
+        for (std::size_t i = 0; i < collection.nodes.size(); ++i) {
+            const auto item = mustCall(actual.pdispVal, u"Item", {static_cast<int>(i) + 1});
+            const auto object = collection.itemClass->create(*collection.environment);
+            for (const automation::Member& member : collection.itemClass->members) {
+                automation::Arguments arguments(member);
+                if (member.kind == automation::MemberKind::method) {
+                    arguments.setNodes(0, {collection.nodes[i]});
+                    member.invoke(object.get(), arguments.data());
+                    continue;
+                }
+                SCOPED_TRACE(member.name);
+                const auto value = mustCall(item->pdispVal, toUtf16(member.name).c_str());
+                std::visit(SameAs{value.get()}, member.invoke(object.get(), arguments.data()));
+            }
+        }
+    }
+};
+
+TEST_F(Exchange, DownloadsComeInEveryForm) {
+    const automation::Class& storeClass = automation::storeClass();
+    const auto native = storeClass.create(platform::systemEnvironment());
+    const auto store = server.create("Store");
+    const std::pair<const char16_t*, const char16_t*> downloads[] = {
+        {u"ReceiveCustomers", u"/customers"}, {u"ReceiveOrders", u"/orders"}, {u"ReceiveQuotations", u"/quotations"}};
+    const Registration registration(server);
+    for (const auto& [method, place] : downloads) {
+        const std::u16string address = url + place;
+        for (const char16_t* form : {u"Collection", u"XMLDOMDocument", u"XMLString"}) {
+            const auto result = mustCall(store.get(), method, {1, u"demo", u"demo", address.c_str(), form});
+            const automation::Member& member = *automation::findMember(storeClass, toUtf8(method));
+            automation::Arguments arguments(member);
+            arguments.setWhole(0, 1);
+            for (const std::size_t i : {1u, 2u}) arguments.setText(i, u"demo");
+            arguments.setText(3, address);
+            arguments.setText(4, form);
+            std::visit(SameAs{result.get()}, member.invoke(native.get(), arguments.data()));
+        }
+    }
+}
+
+TEST_F(Client, NodesBecomeObjects) {
+    ComPtr<IXMLDOMDocument2> document =
+        platform::createObject<IXMLDOMDocument2>(platform::documentClass3, platform::iidXmlDomDocument2);
+    ASSERT_EQ(call(document.get(), u"loadXML",
+                   {u"<Store><Order OrderNumber='7'><OrderLineItem LineNumber='1' Price='2.5'/><OrderLineItem "
+                    u"LineNumber='2'/></Order><Order OrderNumber='7'/></Store>"})
+                  .result,
+              S_OK);
+    const auto select = [&](const char16_t* path) {
+        com::Variant list = mustCall(document.get(), u"selectNodes", {path});
+        return Arg::of(VT_DISPATCH, [&](VARIANT& place) { place = list.detach(); });
+    };
+    const auto store = server.create("Store");
+    Outcome unregistered = call(store.get(), u"Orders", {select(u"Store/Order")});
+    EXPECT_EQ(unregistered.code, static_cast<std::int32_t>(0x800A01AD)) << unregistered.description;
+
+    const Registration registration(server);
+    const auto orders = mustCall(store.get(), u"Orders", {select(u"Store/Order")});
+    IDispatch* const collection = orders->pdispVal;
+    EXPECT_EQ(mustCall(collection, u"count")->lVal, 2);
+    const auto first = invoke(collection, DISPID_VALUE, {1});
+    EXPECT_EQ(mustCall(first.value->pdispVal, u"OrderNumber")->lVal, 7);
+    // An index for a property without parameters is for its collection.
+    const auto line = mustCall(first.value->pdispVal, u"LineItems", {u"1"});
+    EXPECT_EQ(mustCall(line->pdispVal, u"Price")->dblVal, 2.5);
+    EXPECT_EQ(typeIdOf(line->pdispVal), guidOf(findIdentity("OrderLineItem")->members));
+    EXPECT_EQ(mustCall(mustCall(store.get(), u"Orders", {select(u"Store/None")})->pdispVal, u"Count")->lVal, 0);
+
+    const auto enumerator =
+        query<IEnumVARIANT>(invoke(collection, DISPID_NEWENUM, {}).value->punkVal, IID_IEnumVARIANT);
+    ULONG fetched = 0;
+    for (int i = 0; i < 2; ++i) {
+        com::Variant item;
+        EXPECT_EQ(enumerator->Next(1, item.put(), &fetched), S_OK);
+        EXPECT_EQ(mustCall(item->pdispVal, u"OrderNumber")->lVal, 7);
+    }
+    com::Variant none;
+    EXPECT_EQ(enumerator->Next(1, none.put(), &fetched), S_FALSE);
+
+    const auto order = server.create("Order");
+    const Arg nothing = Arg::of(VT_DISPATCH);
+    mustCall(order.get(), u"Initialise", {nothing});
+    struct Case {
+        IDispatch* object;
+        const char16_t* member;
+        Args args;
+        std::uint32_t code;
+        const char* description;
+    };
+    const Case cases[] = {
+        {collection, u"Item", {0}, 0x800A0009, "Subscript out of range"},
+        {collection, u"Item", {3}, 0x800A0009, "Subscript out of range"},
+        {collection, u"Item", {u"first"}, 0x800A000D, "Type mismatch: Index"},
+        {first.value->pdispVal, u"LineItems", {3}, 0x800A0009, "Subscript out of range"},
+        {store.get(), u"Orders", {nothing}, 0x800A005B, "Object variable or With block variable not set: lstOrders"},
+        {store.get(), u"Orders", {u"x"}, 0x800A000D, "Type mismatch: lstOrders"},
+        {order.get(), u"Initialise", {select(u"Store")}, 0x800A000D, "Type mismatch: rcdOrder"},
+        {order.get(), u"OrderNumber", {}, 0x800A005B, "Object variable or With block variable not set"},
+    };
+    for (const Case& c : cases) {
+        const Outcome outcome = call(c.object, c.member, c.args);
+        EXPECT_EQ(static_cast<std::uint32_t>(outcome.code), c.code) << c.description;
+        EXPECT_EQ(outcome.description, c.description);
+    }
+}
+
 /// What the type library says of a member or an event.
 void expectDescribed(ITypeInfo* info, UINT index, Long dispid, std::string_view name, INVOKEKIND kind,
-                     std::span<const Parameter> parameters) {
+                     automation::ResultType result, std::span<const Parameter> parameters) {
     FUNCDESC* function = nullptr;
     ASSERT_EQ(info->GetFuncDesc(index, &function), S_OK);
     com::Bstr names[64];
@@ -355,11 +507,14 @@ void expectDescribed(ITypeInfo* info, UINT index, Long dispid, std::string_view 
     for (UINT i = 0; i < count; ++i) *names[i].put() = raw[i];
     EXPECT_EQ(function->memid, dispid);
     EXPECT_EQ(function->invkind, kind);
+    constexpr VARTYPE results[] = {VT_VOID, VT_I4, VT_I2, VT_R8, VT_DATE, VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_VARIANT};
+    EXPECT_EQ(function->elemdescFunc.tdesc.vt, results[static_cast<std::size_t>(result)]) << name;
     // The library keeps one spelling of names that differ in case only.
     EXPECT_EQ(_wcsicmp(names[0].get(), com::wide(toUtf16(name).c_str())), 0) << name;
     ASSERT_EQ(count, parameters.size() + 1) << name;
     ASSERT_EQ(static_cast<std::size_t>(function->cParams), parameters.size()) << name;
-    constexpr VARTYPE types[] = {VT_BSTR, VT_I2, VT_I4, VT_R8, VT_BOOL, VT_DATE, VT_CY, VT_VARIANT, VT_VARIANT};
+    constexpr VARTYPE types[] = {VT_BSTR, VT_I2,      VT_I4,      VT_R8,       VT_BOOL,    VT_DATE,
+                                 VT_CY,   VT_VARIANT, VT_VARIANT, VT_DISPATCH, VT_DISPATCH};
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const ELEMDESC& described = function->lprgelemdescParam[i];
         EXPECT_EQ(_wcsicmp(names[i + 1].get(), com::wide(toUtf16(parameters[i].name).c_str())), 0) << name;
@@ -397,7 +552,7 @@ TEST_F(Client, TheTypeLibraryDescribesEveryMember) {
             const automation::Member& member = each->members[i];
             expectDescribed(info.get(), i, member.dispid, member.name,
                             member.kind == automation::MemberKind::method ? INVOKE_FUNC : INVOKE_PROPERTYGET,
-                            member.parameters);
+                            member.result, member.parameters);
         }
 
         ComPtr<ITypeInfo> coclass;
@@ -419,7 +574,8 @@ TEST_F(Client, TheTypeLibraryDescribesEveryMember) {
         source->ReleaseTypeAttr(attributes);
         for (UINT i = 0; i < each->events.size(); ++i) {
             const automation::Event& event = each->events[i];
-            expectDescribed(source.get(), i, event.dispid, event.name, INVOKE_FUNC, event.parameters);
+            expectDescribed(source.get(), i, event.dispid, event.name, INVOKE_FUNC, automation::ResultType::nothing,
+                            event.parameters);
         }
     }
 }
@@ -473,17 +629,6 @@ TEST(Module, IsLoadedAndUnloadedOverAndOver) {
         ASSERT_EQ(GetModuleHandleW(L"Quill1XML.dll"), nullptr) << round;
     }
     CoUninitialize();
-}
-
-/// The identity that an object's type library gives it.
-GUID typeIdOf(IDispatch* object) {
-    ComPtr<ITypeInfo> info;
-    TYPEATTR* attributes = nullptr;
-    EXPECT_EQ(object->GetTypeInfo(0, english, info.put()), S_OK);
-    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
-    const GUID id = attributes->guid;
-    info->ReleaseTypeAttr(attributes);
-    return id;
 }
 
 /// Creates an object of every class by name, through whatever COM knows.

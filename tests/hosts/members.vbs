@@ -1,4 +1,4 @@
-' What a script sees of errors and properties, a line each: cscript errors.vbs RESULTS
+' What a script sees of errors, properties and collections, a line each: cscript members.vbs RESULTS STORE-URL
 On Error Resume Next
 Set results = CreateObject("Scripting.FileSystemObject").CreateTextFile(WScript.Arguments(0), True)
 Set store = CreateObject("Quill1XML.Store")
@@ -28,5 +28,13 @@ Err.Clear
 builder.concat "ab"
 builder.Concat 12
 results.WriteLine builder.length & "|" & builder.text
+
+Set orders = store.ReceiveOrders(1, "demo", "demo", WScript.Arguments(1) & "/orders")
+For Each order In orders
+    results.WriteLine order.OrderNumber
+Next
+results.WriteLine orders(1).LineItems(1).Price & "|" & orders.Item(1).LineItems.Item(1).SKU
+orders.Item orders.Count + 1
 Report
+results.WriteLine Err.Number & "||"
 results.Close
