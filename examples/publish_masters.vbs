@@ -1,7 +1,7 @@
-' Publishes two tax codes: run it beside webstore-sandbox, with store.xdr from "quill1xml schema --xdr".
+' Publishes two tax codes: run it beside webstore-sandbox, with C:\Temp\store.xsd from "quill1xml schema".
 Set store = CreateObject("Quill1XML.Store")
 store.SetTempFilePath "C:\Temp"
-store.Create "C:\Temp\store.xdr", 57, , "Coffee & Tea"
+store.Create "C:\Temp\store.xsd", 57, , "Coffee & Tea"
 store.AddAdditionalParameters
 store.AddEnvelope "demo", "demo", "http://127.0.0.1:8057/upload"
 store.AddTax "VAT", , 15
