@@ -11,9 +11,7 @@
 namespace quill1xml::automation {
 namespace {
 
-using records::Condition;
 using records::Record;
-using records::ResolvedTest;
 using records::Row;
 using records::RowKind;
 using records::Test;
@@ -100,23 +98,9 @@ std::string testText(const Test& test) {
         case Test::Kind::given: return "given";
         case Test::Kind::isTrue: return "True";
         case Test::Kind::isFalse: return "False";
-        case Test::Kind::notBefore: return "not before " + code(test.other);
+        case Test::Kind::notBefore: return "not before ";
     }
     return {};
-}
-
-std::string conditionText(const Row& row) {
-    std::string text;
-    for (const ResolvedTest& resolved : row.conditions()) {
-        if (!text.empty()) text += row.any ? " or " : " and ";
-        if (!resolved.test.parameter.empty()) text += code(resolved.test.parameter) + " is ";
-        text += testText(resolved.test);
-    }
-    switch (row.kind) {
-        case RowKind::key: return "always; must be " + text;
-        case RowKind::otherwise: return text.empty() ? "otherwise" : "otherwise, when " + text;
-        default: return text.empty() ? "always" : text;
-    }
 }
 
 std::string parameterAt(std::span<const Parameter> parameters, records::Field field) {
@@ -127,6 +111,21 @@ std::string parameterAt(std::span<const Parameter> parameters, records::Field fi
     return {};
 }
 
+std::string conditionText(const Record& record, const Row& row) {
+    std::string text;
+    for (const auto& [test, field, other] : row.conditions()) {
+        if (!text.empty()) text += row.any ? " or " : " and ";
+        const bool own = row.field.present && field.offset == row.field.offset;
+        if (!own) text += parameterAt(record.parameters, field) + " is ";
+        text += testText(test) + parameterAt(record.parameters, other);
+    }
+    switch (row.kind) {
+        case RowKind::key: return "always; must be " + text;
+        case RowKind::otherwise: return text.empty() ? "otherwise" : "otherwise, when " + text;
+        default: return text.empty() ? "always" : text;
+    }
+}
+
 void appendRecord(std::string& out, const Record& record) {
     out += "Writes the element " + code(toUtf8(record.element));
     if (!record.shape.parent.empty()) out += " inside " + code(toUtf8(record.shape.parent));
@@ -135,8 +134,8 @@ void appendRecord(std::string& out, const Record& record) {
         if (!row.writes()) continue;
         const std::string rendering =
             row.rendering != nullptr ? std::string(row.rendering->description) : "\"" + toUtf8(row.fixed) + "\"";
-        out += "| " + code(toUtf8(row.name.view())) + " | " + parameterAt(record.parameters, row.field) + " | " +
-               cell(conditionText(row)) + " | " + rendering + " |\n";
+        out += "| " + code(toUtf8(row.name())) + " | " + parameterAt(record.parameters, row.field) + " | " +
+               cell(conditionText(record, row)) + " | " + rendering + " |\n";
     }
     out += "\n";
     for (const Row& row : record.rows) {

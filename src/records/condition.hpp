@@ -33,29 +33,34 @@ struct Test {
     };
 
     Kind kind{};
-    std::string_view parameter{};  ///< whose value; empty for the attribute's own
-    double low = 0;
-    double high = 0;
     std::uint32_t minimum = 0;
     std::uint32_t maximum = 0;
+    double low = 0;
+    double high = 0;
     Words words{};
-    std::string_view other{};
+};
+
+/// A test as declared, with its parameters by name.
+struct TestDeclaration {
+    Test test{};
+    std::string_view parameter{};  ///< whose value; empty for the attribute's own
+    std::string_view other{};      ///< what it is compared with, where it is
 };
 
 /// A few tests that must all pass, or of which one must pass.
 struct Condition {
     static constexpr std::size_t capacity = 3;
 
-    std::array<Test, capacity> tests{};
+    std::array<TestDeclaration, capacity> tests{};
     std::uint8_t count = 0;
     bool any = false;  ///< one passing test is enough
 
-    constexpr std::span<const Test> span() const { return {tests.data(), count}; }
+    constexpr std::span<const TestDeclaration> span() const { return {tests.data(), count}; }
 };
 
 constexpr Condition conditionOf(const Test& test) {
     Condition condition;
-    condition.tests[0] = test;
+    condition.tests[0].test = test;
     condition.count = 1;
     return condition;
 }
@@ -64,7 +69,7 @@ constexpr Condition join(Condition left, const Condition& right, bool any) {
     if ((left.count > 1 && left.any != any) || (right.count > 1 && right.any != any)) {
         throw "&& and || do not mix in one condition";
     }
-    for (const Test& test : right.span()) left.tests.at(left.count++) = test;
+    for (const TestDeclaration& test : right.span()) left.tests.at(left.count++) = test;
     left.any = any;
     return left;
 }
@@ -107,7 +112,9 @@ constexpr Condition otherThan(double value) { return conditionOf({.kind = Test::
 inline constexpr Condition noOrYes = between(0, 1);
 
 constexpr Condition notBefore(std::string_view other) {
-    return conditionOf({.kind = Test::Kind::notBefore, .other = other});
+    Condition condition = conditionOf({.kind = Test::Kind::notBefore});
+    condition.tests[0].other = other;
+    return condition;
 }
 
 /// One of the words, which the caller keeps.

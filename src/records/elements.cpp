@@ -14,7 +14,7 @@ void applyTest(AttributeModel& model, const Test& test) {
     switch (test.kind) {
         case Test::Kind::length:
             model.minimum = test.minimum;
-            if (test.maximum != notEmpty.tests[0].maximum) model.maximum = test.maximum;
+            if (test.maximum != notEmpty.tests[0].test.maximum) model.maximum = test.maximum;
             break;
         case Test::Kind::oneOf:
             for (const auto word : test.words) model.words.push_back(toUtf8(word));
@@ -28,7 +28,7 @@ void applyTest(AttributeModel& model, const Test& test) {
 }
 
 AttributeModel modelOf(const Row& row) {
-    AttributeModel model{.name = toUtf8(row.name.view()), .required = row.kind == RowKind::key};
+    AttributeModel model{.name = toUtf8(row.name()), .required = row.kind == RowKind::key};
     if (row.rendering == nullptr) {
         if (row.fixed.empty()) {
             model.mayBeEmpty = true;

@@ -21,15 +21,37 @@
 
 namespace quill1xml::records {
 
-/// A short ASCII name kept as UTF-16.
-struct Name {
-    static constexpr std::size_t capacity = 40;
+/// The text before an attribute's value, such as ` Rate="`, laid out when compiling.
+class Opening {
+public:
+    constexpr Opening() = default;
 
-    std::array<char16_t, capacity> characters{};
-    std::uint8_t size = 0;
+    /// Of a name in which "#" stands for a number.
+    constexpr Opening(std::string_view name, int number, bool blankBeforeEquals) {
+        push(' ');
+        for (const char c : name) {
+            if (c != '#') {
+                push(c);
+                continue;
+            }
+            if (number >= 10) push(static_cast<char>('0' + number / 10));
+            push(static_cast<char>('0' + number % 10));
+        }
+        nameSize_ = static_cast<std::uint8_t>(size_ - 1);
+        if (blankBeforeEquals) push(' ');
+        push('=');
+        push('"');
+    }
 
-    constexpr std::u16string_view view() const { return {characters.data(), size}; }
-    constexpr void push(char c) { characters.at(size++) = static_cast<char16_t>(c); }
+    constexpr std::u16string_view view() const { return {characters_.data(), size_}; }
+    constexpr std::u16string_view name() const { return {characters_.data() + 1, nameSize_}; }
+
+private:
+    constexpr void push(char c) { characters_.at(size_++) = static_cast<char16_t>(c); }
+
+    std::array<char16_t, 46> characters_{};
+    std::uint8_t size_ = 0;
+    std::uint8_t nameSize_ = 0;
 };
 
 /// How a row relates to what stands around it.
@@ -65,18 +87,18 @@ struct ResolvedTest {
 struct Row {
     RowKind kind = RowKind::attribute;
     bool any = false;
-    bool blankBeforeEquals = false;
     std::uint8_t testCount = 0;
     Field field{};
-    Name name{};
-    std::array<ResolvedTest, Condition::capacity> tests{};
+    const ResolvedTest* tests = nullptr;
     const Rendering* rendering = nullptr;
+    Opening opening{};
     std::u16string_view fixed{};
     std::u16string_view message{};
     std::u16string_view source{};
 
     constexpr bool writes() const { return kind != RowKind::check; }
-    constexpr std::span<const ResolvedTest> conditions() const { return {tests.data(), testCount}; }
+    constexpr std::u16string_view name() const { return opening.name(); }
+    constexpr std::span<const ResolvedTest> conditions() const { return {tests, testCount}; }
 };
 
 struct Record;
@@ -217,40 +239,56 @@ constexpr Field find(std::span<const Parameter> parameters, std::string_view pat
     throw "the method has no parameter of this name";
 }
 
-constexpr Row resolve(std::span<const Parameter> parameters, const RowDeclaration& declaration) {
+constexpr Row resolve(std::span<const Parameter> parameters, const RowDeclaration& declaration,
+                      const ResolvedTest* tests) {
     Row row;
     row.kind = declaration.kind;
     row.any = declaration.condition.any;
-    row.blankBeforeEquals = declaration.blankBeforeEquals;
+    row.testCount = declaration.condition.count;
     row.field = find(parameters, declaration.parameter, declaration.number);
-    for (const char c : declaration.name) {
-        if (c != '#') {
-            row.name.push(c);
-            continue;
-        }
-        if (declaration.number >= 10) row.name.push(static_cast<char>('0' + declaration.number / 10));
-        row.name.push(static_cast<char>('0' + declaration.number % 10));
-    }
-    for (const Test& test : declaration.condition.span()) {
-        ResolvedTest& resolved = row.tests[row.testCount++];
-        resolved.test = test;
-        resolved.field = test.parameter.empty() ? row.field : find(parameters, test.parameter, declaration.number);
-        resolved.other = find(parameters, test.other, declaration.number);
-        if (!resolved.field.present) throw "a condition needs a parameter";
-    }
+    row.tests = tests;
     row.rendering = declaration.rendering;
+    row.opening = Opening(declaration.name, declaration.number, declaration.blankBeforeEquals);
     row.fixed = declaration.fixed;
     row.message = declaration.message;
     row.source = declaration.source;
     return row;
 }
 
+constexpr ResolvedTest resolve(std::span<const Parameter> parameters, const RowDeclaration& row,
+                               const TestDeclaration& test) {
+    const auto own = test.parameter.empty() ? row.parameter : test.parameter;
+    if (own.empty()) throw "a condition needs a parameter";
+    return {test.test, find(parameters, own, row.number), find(parameters, test.other, row.number)};
+}
+
+/// The tests of all rows, one row's after another's: kept apart, as most rows have but one.
+template <class Arguments, class Rows>
+inline constexpr auto tests = [] {
+    constexpr auto declarations = Rows{}();
+    constexpr std::size_t count = [] {
+        std::size_t sum = 0;
+        for (const RowDeclaration& row : Rows{}()) sum += row.condition.count;
+        return sum;
+    }();
+    std::array<ResolvedTest, count> resolved;
+    std::size_t next = 0;
+    for (const RowDeclaration& row : declarations) {
+        for (const TestDeclaration& test : row.condition.span()) {
+            resolved[next++] = resolve(parametersOf<Arguments>, row, test);
+        }
+    }
+    return resolved;
+}();
+
 template <class Arguments, class Rows>
 inline constexpr auto table = [] {
     constexpr auto declarations = Rows{}();
     std::array<Row, declarations.size()> resolved;
+    std::size_t nextTest = 0;
     for (std::size_t i = 0; i < declarations.size(); ++i) {
-        resolved[i] = resolve(parametersOf<Arguments>, declarations[i]);
+        resolved[i] = resolve(parametersOf<Arguments>, declarations[i], tests<Arguments, Rows>.data() + nextTest);
+        nextTest += declarations[i].condition.count;
     }
     return resolved;
 }();

@@ -19,6 +19,24 @@ const Member& member(const void* arguments, Field field) {
     return *reinterpret_cast<const Member*>(static_cast<const unsigned char*>(arguments) + field.offset);
 }
 
+/// The value of a numeric, date or flag parameter.
+double numberOf(const void* arguments, Field field) {
+    switch (field.type) {
+        case Type::integer:
+        case Type::variantInteger: return member<Integer>(arguments, field);
+        case Type::longInteger: return member<Long>(arguments, field);
+        case Type::floating: return member<Double>(arguments, field);
+        case Type::boolean: return member<Boolean>(arguments, field) ? 1 : 0;
+        case Type::date: return member<Date>(arguments, field).days;
+        case Type::currency: return static_cast<double>(member<Currency>(arguments, field).tenThousandths) / 10000;
+        case Type::text:
+        case Type::variantText:
+        case Type::node:
+        case Type::nodeList: break;
+    }
+    throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
+}
+
 bool endsInImageSuffix(Text name) {
     std::u16string lower(name);
     std::ranges::transform(lower, lower.begin(), [](char16_t c) {
@@ -31,28 +49,29 @@ bool passes(const Call& call, const ResolvedTest& resolved) {
     const Test& test = resolved.test;
     const Field field = resolved.field;
     switch (test.kind) {
-        case Test::Kind::notDefault: return call.text(field) != notGiven;
+        case Test::Kind::notDefault: return member<Text>(call.arguments, field) != notGiven;
         case Test::Kind::length: {
-            const std::size_t size = call.text(field).size();
+            const std::size_t size = member<Text>(call.arguments, field).size();
             return size >= test.minimum && size <= test.maximum;
         }
-        case Test::Kind::oneOf: return std::ranges::find(test.words, call.text(field)) != test.words.end();
-        case Test::Kind::notBlank: return !trimBlanks(call.text(field)).empty();
-        case Test::Kind::imageName: return endsInImageSuffix(call.text(field));
+        case Test::Kind::oneOf:
+            return std::ranges::find(test.words, member<Text>(call.arguments, field)) != test.words.end();
+        case Test::Kind::notBlank: return !trimBlanks(member<Text>(call.arguments, field)).empty();
+        case Test::Kind::imageName: return endsInImageSuffix(member<Text>(call.arguments, field));
         case Test::Kind::range: {
-            const double value = call.number(field);
+            const double value = numberOf(call.arguments, field);
             return value >= test.low && value <= test.high;
         }
-        case Test::Kind::above: return call.number(field) > test.low;
-        case Test::Kind::otherThan: return call.number(field) != test.low;
+        case Test::Kind::above: return numberOf(call.arguments, field) > test.low;
+        case Test::Kind::otherThan: return numberOf(call.arguments, field) != test.low;
         case Test::Kind::notLowest: {
-            const double value = call.number(field);
+            const double value = numberOf(call.arguments, field);
             return value != mostNegative && value != std::numeric_limits<double>::lowest();
         }
-        case Test::Kind::given: return call.number(field) != 0;
-        case Test::Kind::isTrue: return call.number(field) != 0;
-        case Test::Kind::isFalse: return call.number(field) == 0;
-        case Test::Kind::notBefore: return call.number(field) >= call.number(resolved.other);
+        case Test::Kind::given: return numberOf(call.arguments, field) != 0;
+        case Test::Kind::isTrue: return numberOf(call.arguments, field) != 0;
+        case Test::Kind::isFalse: return numberOf(call.arguments, field) == 0;
+        case Test::Kind::notBefore: return numberOf(call.arguments, field) >= numberOf(call.arguments, resolved.other);
     }
     return false;
 }
@@ -76,16 +95,14 @@ std::u16string fillIn(Text message, const Record& record, const Call& call) {
         if (field.type == Type::date) {
             text.append(call.store.environment.system->generalDate(call.date(field)));
         } else {
-            appendInteger(text, static_cast<std::int64_t>(call.number(field)));
+            appendInteger(text, static_cast<std::int64_t>(numberOf(call.arguments, field)));
         }
     }
     return text.append(message);
 }
 
 void appendAttribute(std::u16string& out, const Row& row, const Call& call) {
-    out.push_back(u' ');
-    out.append(row.name.view());
-    out.append(row.blankBeforeEquals ? u" =\"" : u"=\"");
+    out.append(row.opening.view());
     if (row.rendering != nullptr) {
         row.rendering->append(out, call, row.field);
     } else {
@@ -104,22 +121,7 @@ Currency Call::currency(Field field) const {
 
 Date Call::date(Field field) const { return member<Date>(arguments, field); }
 
-double Call::number(Field field) const {
-    switch (field.type) {
-        case Type::integer:
-        case Type::variantInteger: return member<Integer>(arguments, field);
-        case Type::longInteger: return member<Long>(arguments, field);
-        case Type::floating: return member<Double>(arguments, field);
-        case Type::boolean: return member<Boolean>(arguments, field) ? 1 : 0;
-        case Type::date: return member<Date>(arguments, field).days;
-        case Type::currency: return static_cast<double>(member<Currency>(arguments, field).tenThousandths) / 10000;
-        case Type::text:
-        case Type::variantText:
-        case Type::node:
-        case Type::nodeList: break;
-    }
-    throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
-}
+double Call::number(Field field) const { return numberOf(arguments, field); }
 
 std::u16string Record::source() const {
     if (!shape.source.empty()) return std::u16string(shape.source);

@@ -159,17 +159,17 @@ void appendPadded(std::u16string& out, int value, int digits) {
 
 void appendDateText(std::u16string& out, Date date) {
     const CalendarTime t = toCalendar(date);
-    appendPadded(out, t.year, 4);
-    out.push_back(u'-');
-    appendPadded(out, t.month, 2);
-    out.push_back(u'-');
-    appendPadded(out, t.day, 2);
-    out.push_back(u'T');
-    appendPadded(out, t.hour, 2);
-    out.push_back(u':');
-    appendPadded(out, t.minute, 2);
-    out.push_back(u':');
-    appendPadded(out, t.second, 2);
+    char16_t text[] = u"0000-00-00T00:00:00";
+    const auto put = [&text](std::size_t end, int value) {
+        for (std::size_t i = end; value > 0; value /= 10) text[--i] = static_cast<char16_t>(u'0' + value % 10);
+    };
+    put(4, t.year);
+    put(7, t.month);
+    put(10, t.day);
+    put(13, t.hour);
+    put(16, t.minute);
+    put(19, t.second);
+    out.append(text, 19);
 }
 
 }  // namespace quill1xml

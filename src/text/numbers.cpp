@@ -40,7 +40,19 @@ void readScientific(Decimal& decimal, std::string_view text) {
     decimal.point = exponent + 1;
 }
 
+Decimal toDecimal(Currency value);
+
+/// The number as a currency amount when it is one to the last bit: most prices are, and their digits come cheap.
+bool asAmount(double value, Currency& amount) {
+    constexpr double limit = 1e15;
+    const double scaled = std::nearbyint(value * 10000);
+    if (!(std::fabs(scaled) < limit) || scaled / 10000 != value) return false;
+    amount.tenThousandths = static_cast<std::int64_t>(scaled);
+    return true;
+}
+
 Decimal toDecimal(double value) {
+    if (Currency amount; asAmount(value, amount)) return toDecimal(amount);
     if (!std::isfinite(value)) throw runtimeError(RuntimeError::overflow, u"a number must be finite");
     Decimal decimal;
     decimal.negative = value < 0;
@@ -95,41 +107,59 @@ Decimal toDecimal(Currency value) {
     return decimal;
 }
 
-/// The digits of a decimal in one of the two notations; `zero` tells whether "0" stands before a leading point.
-void appendDigits(std::u16string& out, const Decimal& decimal, Text separator, bool zero) {
+/// A number being written, so that it is appended to its text at one go.
+class Characters {
+public:
+    void push(char16_t c) { characters_[size_++] = c; }
+    void push(Text text) {
+        for (const char16_t c : text) push(c);
+    }
+    Text view() const { return {characters_.data(), size_}; }
+
+private:
+    // A sign, 15 digits on either side of a separator of up to three characters, or the exponent.
+    std::array<char16_t, 48> characters_;
+    std::size_t size_ = 0;
+};
+
+/// Writes the digits of a decimal in one of the two notations; `zero` tells whether "0" stands before a leading point.
+void writeDigits(Characters& out, const Decimal& decimal, Text separator, bool zero) {
     const auto digits = [&](int from, int to) {
         for (int i = from; i < to; ++i) {
-            out.push_back(i < decimal.count ? static_cast<char16_t>(decimal.digits[static_cast<std::size_t>(i)])
-                                            : u'0');
+            out.push(i < decimal.count ? static_cast<char16_t>(decimal.digits[static_cast<std::size_t>(i)]) : u'0');
         }
     };
     const int after = decimal.count - decimal.point;
     if (decimal.point > significantDigits || after > significantDigits) {
         digits(0, 1);
         if (decimal.count > 1) {
-            out.append(separator);
+            out.push(separator);
             digits(1, decimal.count);
         }
         const int exponent = decimal.point - 1;
-        out.append(exponent < 0 ? u"E-" : u"E+");
-        if (std::abs(exponent) < 10) out.push_back(u'0');
-        appendInteger(out, std::abs(exponent));
+        out.push(exponent < 0 ? u"E-" : u"E+");
+        if (std::abs(exponent) < 10) out.push(u'0');
+        std::u16string text;
+        appendInteger(text, std::abs(exponent));
+        out.push(text);
         return;
     }
     if (decimal.point > 0) {
         digits(0, decimal.point);
     } else if (zero) {
-        out.push_back(u'0');
+        out.push(u'0');
     }
     if (after <= 0) return;
-    out.append(separator);
-    if (decimal.point < 0) out.append(static_cast<std::size_t>(-decimal.point), u'0');
+    out.push(separator);
+    for (int i = decimal.point; i < 0; ++i) out.push(u'0');
     digits(std::max(decimal.point, 0), decimal.count);
 }
 
 void appendStr(std::u16string& out, const Decimal& decimal) {
-    out.push_back(decimal.negative ? u'-' : u' ');
-    appendDigits(out, decimal, u".", false);
+    Characters characters;
+    characters.push(decimal.negative ? u'-' : u' ');
+    writeDigits(characters, decimal, u".", false);
+    out.append(characters.view());
 }
 
 bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
@@ -209,18 +239,44 @@ Whole roundTo(double value) {
 void appendInteger(std::u16string& out, std::int64_t value) {
     std::array<char, 24> text;
     const char* end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    out.insert(out.end(), static_cast<const char*>(text.data()), end);
+    std::array<char16_t, 24> wide;
+    out.append(wide.data(), std::copy(static_cast<const char*>(text.data()), end, wide.data()));
 }
 
 void appendNumberText(std::u16string& out, double value, Text decimalSeparator) {
     const Decimal decimal = toDecimal(value);
-    if (decimal.negative) out.push_back(u'-');
-    appendDigits(out, decimal, decimalSeparator, true);
+    Characters characters;
+    if (decimal.negative) characters.push(u'-');
+    writeDigits(characters, decimal, decimalSeparator, true);
+    out.append(characters.view());
 }
 
 void appendStrText(std::u16string& out, double value) { appendStr(out, toDecimal(value)); }
 
-void appendStrText(std::u16string& out, Currency value) { appendStr(out, toDecimal(value)); }
+void appendStrText(std::u16string& out, Currency value) {
+    constexpr std::int64_t roundedFrom = 1'000'000'000'000'000;
+    if (value.tenThousandths <= -roundedFrom || value.tenThousandths >= roundedFrom) {
+        appendStr(out, toDecimal(value));
+        return;
+    }
+    // Up to 15 digits need no rounding. They are written from the last to the first.
+    std::array<char16_t, 24> characters;
+    auto next = characters.end();
+    std::int64_t rest = std::abs(value.tenThousandths);
+    int decimals = 4;
+    while (decimals > 0 && rest % 10 == 0) {
+        rest /= 10;
+        --decimals;
+    }
+    for (; decimals > 0; --decimals, rest /= 10) {
+        *--next = static_cast<char16_t>(u'0' + rest % 10);
+        if (decimals == 1) *--next = u'.';
+    }
+    if (rest == 0 && value.tenThousandths == 0) *--next = u'0';
+    for (; rest > 0; rest /= 10) *--next = static_cast<char16_t>(u'0' + rest % 10);
+    *--next = value.tenThousandths < 0 ? u'-' : u' ';
+    out.append(next, characters.end());
+}
 
 double toDouble(Text text) {
     const std::string plain = plainNumber(text);

@@ -1,5 +1,6 @@
 #include "quill1xml/text.hpp"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace quill1xml {
@@ -71,6 +72,10 @@ std::u16string toUtf16(std::string_view utf8) {
     std::u16string out;
     out.reserve(utf8.size());
     while (!utf8.empty()) {
+        const auto ascii = std::find_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0x80) != 0; });
+        out.insert(out.end(), utf8.begin(), ascii);
+        utf8.remove_prefix(static_cast<std::size_t>(ascii - utf8.begin()));
+        if (utf8.empty()) break;
         const Decoded decoded = decodeUtf8(utf8);
         appendUtf16(out, decoded.character);
         utf8.remove_prefix(decoded.length == 0 ? 1 : decoded.length);
@@ -83,6 +88,10 @@ std::string toUtf8(std::u16string_view utf16) {
     out.reserve(utf16.size());
     for (std::size_t i = 0; i < utf16.size(); ++i) {
         const char16_t unit = utf16[i];
+        if (unit < 0x80) {
+            out.push_back(static_cast<char>(unit));
+            continue;
+        }
         const bool high = unit >= 0xD800 && unit < 0xDC00;
         const bool low = unit >= 0xDC00 && unit < 0xE000;
         if (high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] < 0xE000) {

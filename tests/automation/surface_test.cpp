@@ -163,7 +163,7 @@ TEST(Surface, IsInBothSchemas) {
         const std::string inXdr = xdr.substr(xdrElement, xdr.find("</ElementType>", xdrElement) - xdrElement);
         for (const records::Row& row : member.record->rows) {
             if (!row.writes()) continue;
-            const std::string name = "name=\"" + toUtf8(row.name.view()) + "\"";
+            const std::string name = "name=\"" + toUtf8(row.name()) + "\"";
             EXPECT_NE(inXsd.find("<xs:attribute " + name), std::string::npos) << element << ' ' << name;
             EXPECT_NE(inXdr.find("<AttributeType " + name), std::string::npos) << element << ' ' << name;
         }

@@ -67,19 +67,27 @@ public:
 
     std::optional<std::u16string> attribute(Text name) const override {
         const QualifiedName qualified(name);
-        for (const xmlAttr* attribute = node_->properties; attribute != nullptr; attribute = attribute->next) {
-            if (!qualified.isOf(attribute->name, attribute->ns)) continue;
-            // Without entities of its own a document has one text node for a value, none for an empty one.
-            return attribute->children == nullptr ? std::u16string{} : widen(view(attribute->children->content));
-        }
-        return namespaceDeclaration(node_, qualified);
+        const xmlAttr* const start = next_ != nullptr ? next_ : node_->properties;
+        const xmlAttr* found = find(qualified, start, nullptr);
+        if (found == nullptr) found = find(qualified, node_->properties, start);
+        if (found == nullptr) return namespaceDeclaration(node_, qualified);
+        next_ = found->next;
+        // Without entities of its own a document has one text node for a value, none for an empty one.
+        return found->children == nullptr ? std::u16string{} : widen(view(found->children->content));
     }
 
     std::vector<std::shared_ptr<Element>> children(Text name) const override;
 
 private:
+    static const xmlAttr* find(const QualifiedName& name, const xmlAttr* from, const xmlAttr* to) {
+        while (from != to && !name.isOf(from->name, from->ns)) from = from->next;
+        return from == to ? nullptr : from;
+    }
+
     std::shared_ptr<const Tree> tree_;
     const xmlNode* node_;
+    /// Behind the attribute found last: attributes are mostly asked for in the order in which they stand.
+    mutable const xmlAttr* next_ = nullptr;
 };
 
 bool isElement(const xmlNode* node, const QualifiedName& name) {
