@@ -1,7 +1,5 @@
 #include "text/xml_text.hpp"
 
-#include "text/numbers.hpp"
-
 #include <algorithm>
 
 namespace quill1xml {
@@ -17,16 +15,40 @@ constexpr std::uint8_t rightSingle = 146;
 constexpr std::uint8_t leftDouble = 147;
 constexpr std::uint8_t rightDouble = 148;
 
-/// True for the ASCII characters that stay as they are.
-constexpr bool isPlain(char16_t c) {
-    return c < 0x80 && c != u'&' && c != u'"' && c != u'\'' && c != u'<' && c != u'>';
+/// What a character becomes: as many units of the text as the size says, "&quot;" and "&#128;" being the longest.
+/// Copied whole, it costs one instruction each way.
+struct Replacement {
+    std::array<char16_t, 7> text{};
+    char16_t size = 0;
+
+    constexpr Replacement() = default;
+    constexpr explicit Replacement(char16_t character) : text{character}, size(1) {}
+    constexpr explicit Replacement(Text given) : size(static_cast<char16_t>(given.size())) {
+        std::ranges::copy(given, text.begin());
+    }
+};
+constexpr std::size_t longestReplacement = std::tuple_size_v<decltype(Replacement::text)>;
+
+constexpr auto asciiReplacements = [] {
+    std::array<Replacement, 0x80> all{};
+    for (char16_t c = 0; c < 0x80; ++c) all[c] = Replacement(c);
+    all[u'&'] = Replacement(Text(u"&amp;"));
+    all[u'"'] = Replacement(Text(u"&quot;"));
+    all[u'\''] = Replacement(Text(u"&#39;"));
+    all[u'<'] = Replacement(Text(u"&#60;"));
+    all[u'>'] = Replacement(Text(u"&#62;"));
+    return all;
+}();
+
+/// The reference to a code from 128 to 255.
+constexpr Replacement referenceTo(int code) {
+    const auto digit = [](int value) { return static_cast<char16_t>(u'0' + value % 10); };
+    const char16_t text[] = {u'&', u'#', digit(code / 100), digit(code / 10), digit(code), u';'};
+    return Replacement(Text(text, std::size(text)));
 }
 
-void appendReference(std::u16string& out, int number) {
-    out.append(u"&#");
-    appendInteger(out, number);
-    out.push_back(u';');
-}
+/// True for the characters that stay as they are, but for some beyond ASCII.
+bool isPlain(char16_t c) { return c < 0x80 && asciiReplacements[c].size == 1; }
 
 /// A reference after its "&", and the character it stands for.
 struct Reference {
@@ -53,41 +75,39 @@ std::uint8_t XmlText::extendedCode(char16_t character) const {
     return found != codes_.end() && found->character == character ? found->code : std::uint8_t{0};
 }
 
-void XmlText::encodeSpecial(std::u16string& out, char16_t c, bool allExtended) const {
-    switch (c) {
-        case u'&': out.append(u"&amp;"); return;
-        case u'"': out.append(u"&quot;"); return;
-        case u'\'': out.append(u"&#39;"); return;
-        case u'<': out.append(u"&#60;"); return;
-        case u'>': out.append(u"&#62;"); return;
-        case eAcute: out.append(u"&#233;"); return;
-        case enDash: out.push_back(u'-'); return;
-        default: break;
-    }
-    if (allExtended) {
-        if (const int code = extendedCode(c); code != 0) {
-            appendReference(out, code);
-        } else {
-            out.push_back(c);
-        }
-    } else if (c == characters_[leftDouble - firstExtended] || c == characters_[rightDouble - firstExtended]) {
-        out.append(u"&quot;");
-    } else if (c == characters_[leftSingle - firstExtended] || c == characters_[rightSingle - firstExtended]) {
-        out.append(u"&#39;");
-    } else {
-        out.push_back(c);
-    }
-}
-
 void XmlText::encode(std::u16string& out, Text text, bool allExtended) const {
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isPlain(text[i])) continue;
-        out.append(text, begin, i - begin);
-        encodeSpecial(out, text[i], allExtended);
-        begin = i + 1;
+    const auto extendedReplacement = [&](char16_t c) {
+        const auto is = [&](std::uint8_t code) { return c == characters_[code - firstExtended]; };
+        if (c == eAcute) return referenceTo(c);
+        if (c == enDash) return Replacement(u'-');
+        if (allExtended) {
+            const std::uint8_t code = extendedCode(c);
+            return code == 0 ? Replacement(c) : referenceTo(code);
+        }
+        if (is(leftDouble) || is(rightDouble)) return asciiReplacements[u'"'];
+        if (is(leftSingle) || is(rightSingle)) return asciiReplacements[u'\''];
+        return Replacement(c);
+    };
+    // In pieces: most need no encoding, and the others grow in a buffer that stays small whatever the text.
+    constexpr std::size_t pieceSize = 64;
+    std::array<char16_t, pieceSize * longestReplacement> buffer;
+    for (; !text.empty(); text.remove_prefix(std::min(pieceSize, text.size()))) {
+        const Text piece = text.substr(0, pieceSize);
+        if (std::ranges::all_of(piece, isPlain)) {
+            out.append(piece);
+            continue;
+        }
+        char16_t* end = buffer.data();
+        for (const char16_t c : piece) {
+            const Replacement& replacement = c < 0x80 ? asciiReplacements[c] : extendedReplacement(c);
+            if (replacement.size == 1) {
+                *end++ = replacement.text[0];
+            } else {
+                end = std::ranges::copy(replacement.text, end).out - longestReplacement + replacement.size;
+            }
+        }
+        out.append(buffer.data(), end);
     }
-    out.append(text, begin);
 }
 
 namespace {
@@ -157,7 +177,8 @@ void encodeLatin(std::u16string& out, Text text) {
             case u'\u00F7': out.push_back(c); break;
             default:
                 if (c >= 0xC0 && c <= 0xFF) {
-                    appendReference(out, c);
+                    const Replacement reference = referenceTo(c);
+                    out.append(reference.text.data(), reference.size);
                 } else {
                     out.push_back(c);
                 }

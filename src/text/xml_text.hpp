@@ -38,8 +38,6 @@ private:
         std::uint8_t code;
     };
 
-    void encodeSpecial(std::u16string& out, char16_t c, bool allExtended) const;
-
     std::array<char16_t, 128> characters_;  // of codes 128 to 255
     std::vector<Extended> codes_;           // sorted by character
 };

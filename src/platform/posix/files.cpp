@@ -72,8 +72,7 @@ public:
 
     void write(std::span<iovec> parts) {
         while (!parts.empty()) {
-            const ssize_t count =
-                retried([&] { return writev(descriptor_, parts.data(), static_cast<int>(parts.size())); });
+            const ssize_t count = retried([&] { return writeSome(parts); });
             if (count == -1) fail();
             auto written = static_cast<std::size_t>(count);
             while (!parts.empty() && written >= parts.front().iov_len) {
@@ -95,6 +94,12 @@ public:
     bool created() const noexcept { return created_; }
 
 private:
+    /// A single part goes the shorter way.
+    ssize_t writeSome(std::span<const iovec> parts) const {
+        if (parts.size() == 1) return ::write(descriptor_, parts.front().iov_base, parts.front().iov_len);
+        return writev(descriptor_, parts.data(), static_cast<int>(parts.size()));
+    }
+
     [[noreturn]] void fail() const { throw fileError(errno, name_); }
 
     Text name_;
