@@ -11,7 +11,6 @@
 #include "text/xml_attribute.hpp"
 
 #include <algorithm>
-#include <utility>
 
 namespace quill1xml::records {
 namespace {
@@ -198,8 +197,13 @@ void LockOrder(State& state, const arguments::LockOrder&) {
         throw Error(applicationError, u"Quill1XML.Store.LockOrder()",
                     u"No Order has been created, or the current Order has already been Locked.");
     }
-    const std::u16string order = std::exchange(state.openOrder, {}) + std::exchange(state.orderFieldValues, {}) +
-                                 std::exchange(state.orderLines, {}) + u"</Order>";
+    // Closed before it is written: an order whose write fails is lost.
+    std::u16string& order = state.element;
+    order.swap(state.openOrder);
+    order.append(state.orderFieldValues).append(state.orderLines).append(u"</Order>");
+    state.openOrder.clear();
+    state.orderFieldValues.clear();
+    state.orderLines.clear();
     records::appendToPacket(state, records::AddOrder, order);
 }
 

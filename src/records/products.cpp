@@ -4,8 +4,6 @@
 #include "store/methods.hpp"
 #include "store/packets.hpp"
 
-#include <utility>
-
 namespace quill1xml::records {
 namespace {
 
@@ -164,8 +162,13 @@ void LockProduct(State& state, const arguments::LockProduct&) {
         throw Error(applicationError, u"Quill1XML.Store.LockProduct()",
                     u"No product has been created, or the current Product has already been Locked.");
     }
-    const std::u16string product = std::exchange(state.openProduct, {}) + std::exchange(state.productAttributes, {}) +
-                                   std::exchange(state.productPromotions, {}) + u"</Product>";
+    // Closed before it is written: a product whose write fails is lost.
+    std::u16string& product = state.element;
+    product.swap(state.openProduct);
+    product.append(state.productAttributes).append(state.productPromotions).append(u"</Product>");
+    state.openProduct.clear();
+    state.productAttributes.clear();
+    state.productPromotions.clear();
     records::appendToPacket(state, records::AddProduct, product);
 }
 
