@@ -2,6 +2,7 @@
 
 #include "automation/catalogue.hpp"
 #include "quill1xml/error.hpp"
+#include "quill1xml/error_text.hpp"
 #include "quill1xml/json_arguments.hpp"
 #include "quill1xml/json_values.hpp"
 #include "quill1xml/nearest.hpp"
@@ -122,8 +123,7 @@ private:
         progress_.finish();
         streams_.err << "line " << place.line << ": ";
         if (!place.method.empty()) streams_.err << place.method << ": ";
-        streams_.err << "error " << error.number() << " (" << toUtf8(error.source()) << "): " << error.what()
-                     << std::endl;
+        streams_.err << errorText(error) << std::endl;
     }
 
     Store store_;

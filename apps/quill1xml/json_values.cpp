@@ -1,5 +1,6 @@
 #include "quill1xml/json_values.hpp"
 
+#include "quill1xml/objects.hpp"
 #include "quill1xml/text.hpp"
 #include "text/base64.hpp"
 #include "text/date.hpp"
@@ -9,8 +10,8 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// The properties of an object over a node, in interface order.
-ordered_json objectOf(const automation::Collection& collection, const Node& node);
+/// The properties of an object, in interface order.
+ordered_json propertiesOf(const Object& object);
 
 struct Converter {
     ordered_json operator()(std::monostate) const { return nullptr; }
@@ -25,7 +26,7 @@ struct Converter {
     ordered_json operator()(const Document& document) const { return toUtf8(document.xml()); }
     ordered_json operator()(const automation::Collection& collection) const {
         ordered_json items = ordered_json::array();
-        for (const Node& node : collection.nodes) items.push_back(objectOf(collection, node));
+        forEachObject(collection, [&items](const Object& object) { items.push_back(propertiesOf(object)); });
         return items;
     }
     ordered_json operator()(const std::u16string& text) const { return toUtf8(text); }
@@ -36,18 +37,11 @@ struct Converter {
     }
 };
 
-ordered_json objectOf(const automation::Collection& collection, const Node& node) {
-    static const platform::Environment system = platform::systemEnvironment();
-    const automation::Class& itemClass = *collection.itemClass;
-    const auto object = itemClass.create(collection.environment != nullptr ? *collection.environment : system);
+ordered_json propertiesOf(const Object& object) {
     ordered_json properties = ordered_json::object();
-    for (const automation::Member& member : itemClass.members) {
-        automation::Arguments arguments(member);
-        if (member.kind == automation::MemberKind::method) {
-            arguments.setNodes(0, {node});
-            member.invoke(object.get(), arguments.data());
-        } else {
-            properties[std::string(member.name)] = toJson(member.invoke(object.get(), arguments.data()));
+    for (const automation::Member& member : object.itemClass().members) {
+        if (member.kind == automation::MemberKind::propertyGet) {
+            properties[std::string(member.name)] = toJson(object.get(member));
         }
     }
     return properties;

@@ -1,58 +1,197 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
+#include "quill1xml/fetch.hpp"
 #include "quill1xml/job.hpp"
+#include "quill1xml/password.hpp"
 #include "quill1xml/schema.hpp"
+#include "quill1xml/send_images.hpp"
+#include "quill1xml/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
-#include <unistd.h>
-
 #include <fstream>
+#include <functional>
 #include <iostream>
+#include <memory>
+#include <stdexcept>
 
 namespace {
 
+using namespace quill1xml;
+
 constexpr int usageError = 2;
 
-int runJob(const std::string& file) {
-    using namespace quill1xml;
-    std::ifstream opened;
-    if (file != "-") {
-        opened.open(file);
-        if (!opened) {
-            std::cerr << "cannot read the job file " << file << std::endl;
-            return usageError;
+/// What the command that was given does; returns the exit status.
+using Action = std::function<int()>;
+
+void addRun(CLI::App& app, Action& action) {
+    const auto file = std::make_shared<std::string>("-");
+    CLI::App* run = app.add_subcommand("run", "Play a job of JSON lines through one Store");
+    run->add_option("file", *file, "The job; - for standard input")->capture_default_str();
+    run->callback([file, &action] {
+        action = [file] {
+            std::ifstream opened;
+            if (*file != "-") {
+                opened.open(*file);
+                if (!opened) throw std::runtime_error("cannot read the job file " + *file);
+            }
+            std::istream& in = *file == "-" ? std::cin : opened;
+            return cli::playJob(platform::systemEnvironment(),
+                                {in, std::cout, std::cerr, cli::errorOutputIsTerminal()});
+        };
+    });
+}
+
+/// Options of every exchange.
+template <class Options>
+void addStore(CLI::App& command, Options& options) {
+    command.add_option("--url", options.url, "Where to post to")->required()->type_name("URL");
+    command.add_option("--store", options.store, "The number of the store")->required()->type_name("N");
+}
+
+template <class Options>
+void addUser(CLI::App& command, Options& options, std::string& passwordFile) {
+    command.add_option("--user", options.user, "Who may do this")->required()->type_name("NAME");
+    command
+        .add_option("--password-file", passwordFile,
+                    "The file with the password on its first line; without one the environment variable "
+                    "QUILL1XML_PASSWORD holds it, or the terminal asks for it")
+        ->type_name("FILE");
+}
+
+/// Folders are named to the library without a separator at their end.
+std::string withoutSeparator(std::string folder) {
+    while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
+    return folder;
+}
+
+struct FetchCommand {
+    cli::FetchOptions options;
+    std::string passwordFile;
+    std::string format;
+};
+
+cli::Format formatNamed(const std::string& name) {
+    if (name == "xml") return cli::Format::xml;
+    return name == "table" ? cli::Format::table : cli::Format::json;
+}
+
+void addFetch(CLI::App& app, Action& action) {
+    CLI::App* fetch = app.add_subcommand("fetch", "Fetch what shoppers did");
+    fetch->require_subcommand(1);
+    for (const cli::Download& download : cli::downloads()) {
+        const auto command = std::make_shared<FetchCommand>();
+        cli::FetchOptions& options = command->options;
+        CLI::App* kind = fetch->add_subcommand(std::string(download.name), std::string(download.about));
+        addStore(*kind, options);
+        if (download.byCustomer) {
+            kind->add_option("--email", options.email, "The address of the customer")->required()->type_name("ADDRESS");
+        } else {
+            addUser(*kind, options, command->passwordFile);
         }
+        kind->add_option("--archive", options.archive, "Keep the reply as a file in this folder")
+            ->check(CLI::ExistingDirectory)
+            ->type_name("DIR");
+        command->format = cli::outputIsTerminal() ? "table" : "json";
+        kind->add_option("--format", command->format, "By default a table on a terminal, else json")
+            ->check(CLI::IsMember({"json", "xml", "table"}));
+        kind->callback([command, &download, &action] {
+            action = [command, &download] {
+                cli::FetchOptions& given = command->options;
+                given.format = formatNamed(command->format);
+                given.archive = withoutSeparator(given.archive);
+                if (!download.byCustomer) given.password = cli::readPassword(command->passwordFile, given.user);
+                if (cli::outputIsTerminal()) given.width = cli::terminalWidth();
+                return cli::fetch(platform::systemEnvironment(), download, given, std::cout, std::cerr);
+            };
+        });
     }
-    std::istream& in = file == "-" ? std::cin : opened;
-    return cli::playJob(platform::systemEnvironment(), {in, std::cout, std::cerr, isatty(STDERR_FILENO) != 0});
+}
+
+struct ImageCommand {
+    cli::ImageOptions options;
+    std::string passwordFile;
+};
+
+void addSendImages(CLI::App& app, Action& action) {
+    const auto command = std::make_shared<ImageCommand>();
+    cli::ImageOptions& options = command->options;
+    options.uploadFolder = "ProductImages";
+    CLI::App* send = app.add_subcommand("send-images", "Send product images, one request a file");
+    send->add_option("dir", options.folder, "The folder of the files")
+        ->required()
+        ->check(CLI::ExistingDirectory)
+        ->type_name("");
+    send->add_option("--spec", options.spec, "Which files: a name or a pattern such as \"*.jpg\"")
+        ->required()
+        ->type_name("SPEC");
+    addStore(*send, options);
+    addUser(*send, options, command->passwordFile);
+    send->add_option("--folder", options.uploadFolder, "The folder in the store")
+        ->capture_default_str()
+        ->type_name("NAME");
+    send->add_flag("--thumbnail", options.thumbnail, "Let the store make thumbnails");
+    send->add_flag("--delete", options.remove, "Delete the images of these names from the store");
+    send->callback([command, &action] {
+        action = [command] {
+            cli::ImageOptions& given = command->options;
+            given.folder = withoutSeparator(given.folder);
+            given.password = cli::readPassword(command->passwordFile, given.user);
+            return cli::sendImages(platform::systemEnvironment(), given, std::cout, std::cerr);
+        };
+    });
+}
+
+void addSchema(CLI::App& app, Action& action) {
+    const auto xdr = std::make_shared<bool>(false);
+    CLI::App* schema = app.add_subcommand("schema", "Print the schema of store documents");
+    schema->add_flag("--xdr", *xdr, "In XML-Data Reduced instead of XML Schema");
+    schema->callback([xdr, &action] {
+        action = [xdr] {
+            std::cout << storeSchema(*xdr ? SchemaDialect::xdr : SchemaDialect::xsd);
+            return 0;
+        };
+    });
+}
+
+void addReference(CLI::App& app, Action& action) {
+    app.add_subcommand("reference", "Print the reference manual in Markdown")->callback([&action] {
+        action = [] {
+            std::cout << automation::manual();
+            return 0;
+        };
+    });
+}
+
+/// Says what is wrong with the command line, and where help on the command is; help itself is no mistake.
+int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return app.exit(error);
+    std::string command = app.get_name();
+    for (const CLI::App* given = &app; !given->get_subcommands().empty();) {
+        given = given->get_subcommands().front();
+        command += ' ' + given->get_name();
+    }
+    std::cerr << error.what() << "\nRun " << command << " --help for more information." << std::endl;
+    return usageError;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Publishes records to a web store.");
+    CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
-
-    std::string file = "-";
-    CLI::App* run = app.add_subcommand("run", "Play a job of JSON lines through one Store");
-    run->add_option("file", file, "The job; - for standard input")->capture_default_str();
-
-    bool xdr = false;
-    CLI::App* schema = app.add_subcommand("schema", "Print the schema of store documents");
-    schema->add_flag("--xdr", xdr, "In XML-Data Reduced instead of XML Schema");
-
-    CLI::App* reference = app.add_subcommand("reference", "Print the reference manual in Markdown");
+    Action action;
+    for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
 
     try {
         app.parse(argc, argv);
+        const int status = action();
+        return status == 0 && !std::cout.flush() ? 1 : status;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageError;
+        return reportUsage(app, error);
+    } catch (const std::runtime_error& error) {
+        std::cerr << error.what() << std::endl;
+        return usageError;
     }
-    if (*run) return runJob(file);
-    if (*schema)
-        std::cout << quill1xml::storeSchema(xdr ? quill1xml::SchemaDialect::xdr : quill1xml::SchemaDialect::xsd);
-    if (*reference) std::cout << quill1xml::automation::manual();
-    return std::cout.flush() ? 0 : 1;
 }

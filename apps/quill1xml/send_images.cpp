@@ -1,0 +1,42 @@
+#include "quill1xml/send_images.hpp"
+
+#include "quill1xml/error.hpp"
+#include "quill1xml/error_text.hpp"
+#include "quill1xml/store.hpp"
+#include "quill1xml/text.hpp"
+
+namespace quill1xml::cli {
+namespace {
+
+std::string imageCount(std::size_t count) { return std::to_string(count) + (count == 1 ? " image" : " images"); }
+
+}  // namespace
+
+int sendImages(const platform::Environment& environment, const ImageOptions& options, std::ostream& out,
+               std::ostream& err) {
+    const std::u16string folder = toUtf16(options.folder);
+    const std::u16string spec = toUtf16(options.spec);
+    try {
+        const std::string count = imageCount(environment.files->list(folder + u"\\" + spec).size());
+        // Shown before the sending, which may take long.
+        out << count << (options.remove ? " to delete: " : " to send: ") << options.spec << std::endl;
+        Store(environment)
+            .SendImage({.lngStoreID = toUtf16(std::to_string(options.store)),
+                        .strUserName = toUtf16(options.user),
+                        .strPassword = toUtf16(options.password),
+                        .strPath = folder,
+                        .strFileSpec = spec,
+                        .intblnCreateThumbNail = static_cast<Integer>(options.thumbnail),
+                        .strDestinationURL = toUtf16(options.url),
+                        .strUploadFolder = toUtf16(options.uploadFolder),
+                        .blnDeleted = options.remove});
+        out << count << (options.remove ? " deleted from " : " sent to ") << options.uploadFolder << " of store "
+            << options.store << std::endl;
+        return 0;
+    } catch (const Error& error) {
+        err << "send-images: " << errorText(error) << std::endl;
+        return 1;
+    }
+}
+
+}  // namespace quill1xml::cli
