@@ -21,10 +21,12 @@ void requireExternalOrder(const Call& call, const Record& record) {
     if (size < 1 || size > 20) refuse(record, record.rows.front(), call);
 }
 
-constinit const Rendering openOrderNumber{[](std::u16string& out, const Call& call, Field) {
-                                              call.store.xmlText.encode(out, call.store.openExternalOrder, false);
-                                          },
-                                          ValueType::text, "the number of the open external order, escaped"};
+void appendOpenNumber(TextBuffer& out, const Call& call, Field) {
+    appendEncoded(out, call, call.store.openExternalOrder, false);
+}
+
+constinit const Rendering openOrderNumber{&appendOpenNumber, ValueType::text,
+                                          "the number of the open external order, escaped"};
 
 }  // namespace
 

@@ -198,13 +198,16 @@ void LockOrder(State& state, const arguments::LockOrder&) {
                     u"No Order has been created, or the current Order has already been Locked.");
     }
     // Closed before it is written: an order whose write fails is lost.
-    std::u16string& order = state.element;
-    order.swap(state.openOrder);
-    order.append(state.orderFieldValues).append(state.orderLines).append(u"</Order>");
+    TextBuffer& order = state.element;
+    order.clear();
+    for (const Text part : {Text(state.openOrder), Text(state.orderFieldValues), Text(state.orderLines)}) {
+        order.append(part);
+    }
+    order.append(u"</Order>");
     state.openOrder.clear();
     state.orderFieldValues.clear();
     state.orderLines.clear();
-    records::appendToPacket(state, records::AddOrder, order);
+    records::appendToPacket(state, records::AddOrder, order.view());
 }
 
 void UpdateOrder(State& state, const arguments::UpdateOrder& arguments) {

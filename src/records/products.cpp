@@ -163,13 +163,16 @@ void LockProduct(State& state, const arguments::LockProduct&) {
                     u"No product has been created, or the current Product has already been Locked.");
     }
     // Closed before it is written: a product whose write fails is lost.
-    std::u16string& product = state.element;
-    product.swap(state.openProduct);
-    product.append(state.productAttributes).append(state.productPromotions).append(u"</Product>");
+    TextBuffer& product = state.element;
+    product.clear();
+    for (const Text part : {Text(state.openProduct), Text(state.productAttributes), Text(state.productPromotions)}) {
+        product.append(part);
+    }
+    product.append(u"</Product>");
     state.openProduct.clear();
     state.productAttributes.clear();
     state.productPromotions.clear();
-    records::appendToPacket(state, records::AddProduct, product);
+    records::appendToPacket(state, records::AddProduct, product.view());
 }
 
 }  // namespace quill1xml::store::bodies

@@ -24,6 +24,8 @@ namespace quill1xml::records {
 /// The text before an attribute's value, such as ` Rate="`, laid out when compiling.
 class Opening {
 public:
+    static constexpr std::size_t longest = 46;
+
     constexpr Opening() = default;
 
     /// Of a name in which "#" stands for a number.
@@ -43,13 +45,18 @@ public:
         push('"');
     }
 
-    constexpr std::u16string_view view() const { return {characters_.data(), size_}; }
+    /// Writes the opening and returns its end. Requires room for the longest one: all of it is copied, in one block.
+    char16_t* write(char16_t* to) const {
+        std::copy_n(characters_.data(), longest, to);
+        return to + size_;
+    }
+
     constexpr std::u16string_view name() const { return {characters_.data() + 1, nameSize_}; }
 
 private:
     constexpr void push(char c) { characters_.at(size_++) = static_cast<char16_t>(c); }
 
-    std::array<char16_t, 46> characters_{};
+    std::array<char16_t, longest> characters_{};
     std::uint8_t size_ = 0;
     std::uint8_t nameSize_ = 0;
 };
@@ -321,10 +328,10 @@ consteval Record record(std::u16string_view element, Rows, const Shape& shape = 
 
 /// Appends the element to a buffer: checks keys and writes attributes, in the order of the rows.
 /// Throws the Error of the first check that fails, or of a value that cannot be rendered.
-void appendElement(std::u16string& out, const Record& record, const Call& call);
+void appendElement(TextBuffer& out, const Record& record, const Call& call);
 
 /// As appendElement, the attributes alone.
-void appendAttributes(std::u16string& out, const Record& record, const Call& call);
+void appendAttributes(TextBuffer& out, const Record& record, const Call& call);
 
 /// Works off one call of a record method: prologue, element, delivery.
 void write(store::State& store, const Record& record, const void* arguments);

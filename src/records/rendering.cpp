@@ -9,24 +9,38 @@
 #include <cstdlib>
 
 namespace quill1xml::records {
+
+void appendEncoded(TextBuffer& out, const Call& call, Text text, bool allExtended) {
+    char16_t* const to = out.room((text.size() + 1) * XmlText::longestReplacement);
+    out.endAt(call.store.xmlText.write(to, text, allExtended));
+}
+
 namespace {
 
-using Out = std::u16string;
+using Out = TextBuffer;
+
+void appendWhole(Out& out, std::int64_t value) { out.endAt(writeInteger(out.room(longestNumber), value)); }
+
+template <class Number>
+void appendStrForm(Out& out, Number value) {
+    out.endAt(writeStrText(out.room(longestNumber), value));
+}
 
 void appendAsGiven(Out& out, const Call& call, Field field) { out.append(call.text(field)); }
 
 void appendApostrophesDoubled(Out& out, const Call& call, Field field) {
-    for (const char16_t c : call.text(field)) out.append(c == u'\'' ? 2 : 1, c);
+    for (const char16_t c : call.text(field)) {
+        out.push(c);
+        if (c == u'\'') out.push(c);
+    }
 }
 
-void appendEscaped(Out& out, const Call& call, Field field) { call.store.xmlText.encode(out, call.text(field), false); }
+void appendEscaped(Out& out, const Call& call, Field field) { appendEncoded(out, call, call.text(field), false); }
 
-void appendEscapedAll(Out& out, const Call& call, Field field) {
-    call.store.xmlText.encode(out, call.text(field), true);
-}
+void appendEscapedAll(Out& out, const Call& call, Field field) { appendEncoded(out, call, call.text(field), true); }
 
 void appendTrimmedEscaped(Out& out, const Call& call, Field field) {
-    call.store.xmlText.encode(out, trimBlanks(call.text(field)), false);
+    appendEncoded(out, call, trimBlanks(call.text(field)), false);
 }
 
 /// Characters 2 to 37: a GUID without its braces.
@@ -35,29 +49,33 @@ void appendGuidBody(Out& out, const Call& call, Field field) {
     if (!text.empty()) out.append(text.substr(1, 36));
 }
 
-void appendIntegerFromText(Out& out, const Call& call, Field field) { appendInteger(out, toLong(call.text(field))); }
+void appendIntegerFromText(Out& out, const Call& call, Field field) { appendWhole(out, toLong(call.text(field))); }
 
-void appendStrFromText(Out& out, const Call& call, Field field) { appendStrText(out, toDouble(call.text(field))); }
+void appendStrFromText(Out& out, const Call& call, Field field) { appendStrForm(out, toDouble(call.text(field))); }
 
 void appendIntegerText(Out& out, const Call& call, Field field) {
-    appendInteger(out, static_cast<std::int64_t>(call.number(field)));
+    appendWhole(out, static_cast<std::int64_t>(call.number(field)));
 }
 
 void appendAbsoluteInteger(Out& out, const Call& call, Field field) {
-    appendInteger(out, std::abs(static_cast<std::int64_t>(call.number(field))));
+    appendWhole(out, std::abs(static_cast<std::int64_t>(call.number(field))));
 }
 
 void appendNumber(Out& out, const Call& call, Field field) {
-    appendNumberText(out, call.number(field), call.store.decimalSeparator);
+    out.endAt(writeNumberText(out.room(longestNumber), call.number(field), call.store.decimalSeparator));
 }
 
-void appendStr(Out& out, const Call& call, Field field) { appendStrText(out, call.number(field)); }
+void appendStr(Out& out, const Call& call, Field field) { appendStrForm(out, call.number(field)); }
 
-void appendCurrencyStr(Out& out, const Call& call, Field field) { appendStrText(out, call.currency(field)); }
+void appendCurrencyStr(Out& out, const Call& call, Field field) { appendStrForm(out, call.currency(field)); }
 
-void appendDate(Out& out, const Call& call, Field field) { appendDateText(out, call.date(field)); }
+void appendDate(Out& out, const Call& call, Field field) {
+    out.endAt(writeDateText(out.room(dateTextSize), call.date(field)));
+}
 
-void appendCurrentDate(Out& out, const Call& call, Field) { appendDateText(out, call.store.environment.clock->now()); }
+void appendCurrentDate(Out& out, const Call& call, Field) {
+    out.endAt(writeDateText(out.room(dateTextSize), call.store.environment.clock->now()));
+}
 
 void appendFileContent(Out& out, const Call& call, Field field) {
     out.append(store::encodeImage(call.store, call.text(field)));

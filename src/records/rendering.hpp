@@ -2,8 +2,8 @@
 #pragma once
 
 #include "store/parameters.hpp"
+#include "text/text_buffer.hpp"
 
-#include <string>
 #include <string_view>
 
 namespace quill1xml::store {
@@ -42,10 +42,13 @@ enum class ValueType : std::uint8_t {
 };
 
 struct Rendering {
-    void (*append)(std::u16string& out, const Call& call, Field field);
+    void (*append)(TextBuffer& out, const Call& call, Field field);
     ValueType valueType;
     std::string_view description;  ///< for the manual
 };
+
+/// Appends an encoded text.
+void appendEncoded(TextBuffer& out, const Call& call, Text text, bool allExtended);
 
 extern const Rendering asGiven;
 extern const Rendering apostrophesDoubled;

@@ -77,6 +77,8 @@ bool passes(const Call& call, const ResolvedTest& resolved) {
 }
 
 bool holds(const Call& call, const Row& row) {
+    if (row.testCount == 0) return true;
+    if (row.testCount == 1) return passes(call, *row.tests);
     const auto conditions = row.conditions();
     const auto test = [&call](const ResolvedTest& resolved) { return passes(call, resolved); };
     return row.any ? std::ranges::any_of(conditions, test) : std::ranges::all_of(conditions, test);
@@ -101,14 +103,14 @@ std::u16string fillIn(Text message, const Record& record, const Call& call) {
     return text.append(message);
 }
 
-void appendAttribute(std::u16string& out, const Row& row, const Call& call) {
-    out.append(row.opening.view());
+void appendAttribute(TextBuffer& out, const Row& row, const Call& call) {
+    out.endAt(row.opening.write(out.room(Opening::longest)));
     if (row.rendering != nullptr) {
         row.rendering->append(out, call, row.field);
     } else {
         out.append(row.fixed);
     }
-    out.push_back(u'"');
+    out.push(u'"');
 }
 
 }  // namespace
@@ -133,7 +135,7 @@ void refuse(const Record& record, const Row& row, const Call& call) {
                 fillIn(row.message, record, call));
 }
 
-void appendAttributes(std::u16string& out, const Record& record, const Call& call) {
+void appendAttributes(TextBuffer& out, const Record& record, const Call& call) {
     bool written = false;
     for (const Row& row : record.rows) {
         const bool holding = holds(call, row);
@@ -150,9 +152,11 @@ void appendAttributes(std::u16string& out, const Record& record, const Call& cal
     }
 }
 
-void appendElement(std::u16string& out, const Record& record, const Call& call) {
+void appendElement(TextBuffer& out, const Record& record, const Call& call) {
     if (!record.shape.continuesStartTag) {
-        out.append(record.shape.begin).append(record.element).append(record.shape.afterName);
+        out.append(record.shape.begin);
+        out.append(record.element);
+        out.append(record.shape.afterName);
     }
     appendAttributes(out, record, call);
     out.append(record.shape.end);
@@ -163,7 +167,7 @@ void write(store::State& store, const Record& record, const void* arguments) {
     if (record.shape.prologue != nullptr) record.shape.prologue(call, record);
     store.element.clear();
     appendElement(store.element, record, call);
-    record.shape.delivery(store, record, store.element);
+    record.shape.delivery(store, record, store.element.view());
 }
 
 void appendToPacket(store::State& store, const Record& record, std::u16string_view element) {

@@ -31,9 +31,9 @@ void Create(State& state, const arguments::Create& arguments) {
 
     // A valid number makes the head, whatever becomes of the settings after it.
     if (arguments.lngStoreID >= 1) state.documentHead = headOf(arguments.lngStoreID);
-    std::u16string element;
+    TextBuffer element;
     records::appendElement(element, records::Create, {state, &arguments});
-    state.storeElement = std::move(element);
+    state.storeElement = element.view();
 }
 
 void AddAdditionalParameters(State& state, const arguments::AddAdditionalParameters& arguments) {
@@ -41,19 +41,20 @@ void AddAdditionalParameters(State& state, const arguments::AddAdditionalParamet
         throw Error(applicationError, records::AddAdditionalParameters.source(),
                     u"This function can only be called after the store has been created.");
     }
-    std::u16string text(state.storeElement);
+    TextBuffer text;
+    text.append(state.storeElement);
     records::appendAttributes(text, records::AddAdditionalParameters, {state, &arguments});
     // The blank before the bracket is part of the format.
     text.append(u" >");
-    appendToTempFile(state, text, firstPacket, true);
+    appendToTempFile(state, text.view(), firstPacket, true);
     state.storeElement.clear();
 }
 
 void AddEnvelope(State& state, const arguments::AddEnvelope& arguments) {
-    std::u16string envelope;
+    TextBuffer envelope;
     records::appendElement(envelope, records::AddEnvelope, {state, &arguments});
-    state.documentHead.append(u"\r\n").append(envelope);
-    appendToTempFile(state, envelope, firstPacket, false);
+    state.documentHead.append(u"\r\n").append(envelope.view());
+    appendToTempFile(state, envelope.view(), firstPacket, false);
 }
 
 }  // namespace quill1xml::store::bodies

@@ -3,6 +3,7 @@
 
 #include "platform/platform.hpp"
 #include "quill1xml/store.hpp"
+#include "text/text_buffer.hpp"
 #include "text/xml_text.hpp"
 
 #include <map>
@@ -50,7 +51,7 @@ struct State {
     std::u16string openExternalOrder;  ///< its number
     std::u16string openDebtor;         ///< its id
 
-    std::u16string element;     ///< buffer of the record being written
+    TextBuffer element;         ///< buffer of the record being written
     std::u16string packetKind;  ///< buffer of its kind and packet number
     std::u16string fileName;    ///< buffer of its packet file's name
 };

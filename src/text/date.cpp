@@ -2,6 +2,7 @@
 
 #include "quill1xml/error.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -157,11 +158,13 @@ void appendPadded(std::u16string& out, int value, int digits) {
     while (length > 0) out.push_back(text[--length]);
 }
 
-void appendDateText(std::u16string& out, Date date) {
+char16_t* writeDateText(char16_t* to, Date date) {
+    constexpr Text pattern = u"0000-00-00T00:00:00";
+    static_assert(pattern.size() == dateTextSize);
     const CalendarTime t = toCalendar(date);
-    char16_t text[] = u"0000-00-00T00:00:00";
-    const auto put = [&text](std::size_t end, int value) {
-        for (std::size_t i = end; value > 0; value /= 10) text[--i] = static_cast<char16_t>(u'0' + value % 10);
+    char16_t* const end = std::copy(pattern.begin(), pattern.end(), to);
+    const auto put = [to](std::size_t after, int value) {
+        for (std::size_t i = after; value > 0; value /= 10) to[--i] = static_cast<char16_t>(u'0' + value % 10);
     };
     put(4, t.year);
     put(7, t.month);
@@ -169,7 +172,12 @@ void appendDateText(std::u16string& out, Date date) {
     put(13, t.hour);
     put(16, t.minute);
     put(19, t.second);
-    out.append(text, 19);
+    return end;
+}
+
+void appendDateText(std::u16string& out, Date date) {
+    char16_t text[dateTextSize];
+    out.append(text, writeDateText(text, date));
 }
 
 }  // namespace quill1xml

@@ -3,6 +3,7 @@
 
 #include "quill1xml/types.hpp"
 
+#include <cstddef>
 #include <string>
 
 namespace quill1xml {
@@ -20,7 +21,13 @@ struct CalendarTime {
 /// Throws error 5 (Invalid procedure call) outside the years 100 to 9999.
 CalendarTime toCalendar(Date date);
 
-/// Appends "yyyy-MM-ddThh:mm:ss", on the 24-hour clock. Throws as toCalendar.
+/// The characters of a date as text.
+inline constexpr std::size_t dateTextSize = 19;
+
+/// Writes "yyyy-MM-ddThh:mm:ss", on the 24-hour clock, and returns the end. Throws as toCalendar.
+char16_t* writeDateText(char16_t* to, Date date);
+
+/// Appends a date as writeDateText writes it.
 void appendDateText(std::u16string& out, Date date);
 
 /// Appends a number of at least the given digits, with leading zeros.

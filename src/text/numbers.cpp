@@ -14,6 +14,13 @@ namespace {
 
 constexpr int significantDigits = 15;
 
+/// The nearest whole number, halves to even.
+double nearest(double value) {
+    // Adding and taking away this much leaves no bit for a fraction.
+    constexpr double shift = 0x1.8p52;
+    return std::fabs(value) < 0x1p51 ? (value + shift) - shift : std::nearbyint(value);
+}
+
 /// A decimal number: 0.d1d2d3... times 10 to the power of `point`, so `point` digits stand before the decimal point.
 struct Decimal {
     bool negative = false;
@@ -45,7 +52,7 @@ Decimal toDecimal(Currency value);
 /// The number as a currency amount when it is one to the last bit: most prices are, and their digits come cheap.
 bool asAmount(double value, Currency& amount) {
     constexpr double limit = 1e15;
-    const double scaled = std::nearbyint(value * 10000);
+    const double scaled = nearest(value * 10000);
     if (!(std::fabs(scaled) < limit) || scaled / 10000 != value) return false;
     amount.tenThousandths = static_cast<std::int64_t>(scaled);
     return true;
@@ -107,59 +114,41 @@ Decimal toDecimal(Currency value) {
     return decimal;
 }
 
-/// A number being written, so that it is appended to its text at one go.
-class Characters {
-public:
-    void push(char16_t c) { characters_[size_++] = c; }
-    void push(Text text) {
-        for (const char16_t c : text) push(c);
-    }
-    Text view() const { return {characters_.data(), size_}; }
-
-private:
-    // A sign, 15 digits on either side of a separator of up to three characters, or the exponent.
-    std::array<char16_t, 48> characters_;
-    std::size_t size_ = 0;
-};
-
 /// Writes the digits of a decimal in one of the two notations; `zero` tells whether "0" stands before a leading point.
-void writeDigits(Characters& out, const Decimal& decimal, Text separator, bool zero) {
-    const auto digits = [&](int from, int to) {
-        for (int i = from; i < to; ++i) {
-            out.push(i < decimal.count ? static_cast<char16_t>(decimal.digits[static_cast<std::size_t>(i)]) : u'0');
+char16_t* writeDigits(char16_t* to, const Decimal& decimal, Text separator, bool zero) {
+    const auto digits = [&](int from, int end) {
+        for (int i = from; i < end; ++i) {
+            *to++ = i < decimal.count ? static_cast<char16_t>(decimal.digits[static_cast<std::size_t>(i)]) : u'0';
         }
     };
+    const auto put = [&](Text text) { to = std::copy(text.begin(), text.end(), to); };
     const int after = decimal.count - decimal.point;
     if (decimal.point > significantDigits || after > significantDigits) {
         digits(0, 1);
         if (decimal.count > 1) {
-            out.push(separator);
+            put(separator);
             digits(1, decimal.count);
         }
         const int exponent = decimal.point - 1;
-        out.push(exponent < 0 ? u"E-" : u"E+");
-        if (std::abs(exponent) < 10) out.push(u'0');
-        std::u16string text;
-        appendInteger(text, std::abs(exponent));
-        out.push(text);
-        return;
+        put(exponent < 0 ? u"E-" : u"E+");
+        if (std::abs(exponent) < 10) *to++ = u'0';
+        return writeInteger(to, std::abs(exponent));
     }
     if (decimal.point > 0) {
         digits(0, decimal.point);
     } else if (zero) {
-        out.push(u'0');
+        *to++ = u'0';
     }
-    if (after <= 0) return;
-    out.push(separator);
-    for (int i = decimal.point; i < 0; ++i) out.push(u'0');
+    if (after <= 0) return to;
+    put(separator);
+    for (int i = decimal.point; i < 0; ++i) *to++ = u'0';
     digits(std::max(decimal.point, 0), decimal.count);
+    return to;
 }
 
-void appendStr(std::u16string& out, const Decimal& decimal) {
-    Characters characters;
-    characters.push(decimal.negative ? u'-' : u' ');
-    writeDigits(characters, decimal, u".", false);
-    out.append(characters.view());
+char16_t* writeStr(char16_t* to, const Decimal& decimal) {
+    *to++ = decimal.negative ? u'-' : u' ';
+    return writeDigits(to, decimal, u".", false);
 }
 
 bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
@@ -226,7 +215,7 @@ double beyondRange(std::string_view plain) {
 
 template <class Whole>
 Whole roundTo(double value) {
-    const double whole = std::nearbyint(value);
+    const double whole = nearest(value);
     if (!(whole >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
           whole <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
         throw runtimeError(RuntimeError::overflow);
@@ -236,46 +225,54 @@ Whole roundTo(double value) {
 
 }  // namespace
 
+char16_t* writeInteger(char16_t* to, std::int64_t value) {
+    auto rest = static_cast<std::uint64_t>(value);
+    if (value < 0) {
+        *to++ = u'-';
+        rest = 0 - rest;
+    }
+    int digits = 1;
+    for (std::uint64_t limit = 10; digits < 19 && rest >= limit; limit *= 10) ++digits;
+    for (char16_t* place = to + digits; place != to; rest /= 10) *--place = static_cast<char16_t>(u'0' + rest % 10);
+    return to + digits;
+}
+
+char16_t* writeNumberText(char16_t* to, double value, Text decimalSeparator) {
+    const Decimal decimal = toDecimal(value);
+    if (decimal.negative) *to++ = u'-';
+    return writeDigits(to, decimal, decimalSeparator, true);
+}
+
+char16_t* writeStrText(char16_t* to, double value) { return writeStr(to, toDecimal(value)); }
+
+char16_t* writeStrText(char16_t* to, Currency value) {
+    constexpr std::int64_t roundedFrom = 1'000'000'000'000'000;
+    if (value.tenThousandths <= -roundedFrom || value.tenThousandths >= roundedFrom) {
+        return writeStr(to, toDecimal(value));
+    }
+    // Up to 15 digits need no rounding.
+    const auto magnitude = static_cast<std::uint64_t>(std::abs(value.tenThousandths));
+    const std::uint64_t whole = magnitude / 10000;
+    *to++ = value.tenThousandths < 0 ? u'-' : u' ';
+    if (whole > 0 || magnitude == 0) to = writeInteger(to, static_cast<std::int64_t>(whole));
+    auto fraction = static_cast<unsigned>(magnitude % 10000);
+    if (fraction == 0) return to;
+    *to++ = u'.';
+    for (unsigned unit = 1000; fraction > 0; unit /= 10) {
+        *to++ = static_cast<char16_t>(u'0' + fraction / unit);
+        fraction %= unit;
+    }
+    return to;
+}
+
 void appendInteger(std::u16string& out, std::int64_t value) {
-    std::array<char, 24> text;
-    const char* end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    std::array<char16_t, 24> wide;
-    out.append(wide.data(), std::copy(static_cast<const char*>(text.data()), end, wide.data()));
+    std::array<char16_t, longestNumber> characters;
+    out.append(characters.data(), writeInteger(characters.data(), value));
 }
 
 void appendNumberText(std::u16string& out, double value, Text decimalSeparator) {
-    const Decimal decimal = toDecimal(value);
-    Characters characters;
-    if (decimal.negative) characters.push(u'-');
-    writeDigits(characters, decimal, decimalSeparator, true);
-    out.append(characters.view());
-}
-
-void appendStrText(std::u16string& out, double value) { appendStr(out, toDecimal(value)); }
-
-void appendStrText(std::u16string& out, Currency value) {
-    constexpr std::int64_t roundedFrom = 1'000'000'000'000'000;
-    if (value.tenThousandths <= -roundedFrom || value.tenThousandths >= roundedFrom) {
-        appendStr(out, toDecimal(value));
-        return;
-    }
-    // Up to 15 digits need no rounding. They are written from the last to the first.
-    std::array<char16_t, 24> characters;
-    auto next = characters.end();
-    std::int64_t rest = std::abs(value.tenThousandths);
-    int decimals = 4;
-    while (decimals > 0 && rest % 10 == 0) {
-        rest /= 10;
-        --decimals;
-    }
-    for (; decimals > 0; --decimals, rest /= 10) {
-        *--next = static_cast<char16_t>(u'0' + rest % 10);
-        if (decimals == 1) *--next = u'.';
-    }
-    if (rest == 0 && value.tenThousandths == 0) *--next = u'0';
-    for (; rest > 0; rest /= 10) *--next = static_cast<char16_t>(u'0' + rest % 10);
-    *--next = value.tenThousandths < 0 ? u'-' : u' ';
-    out.append(next, characters.end());
+    std::array<char16_t, longestNumber> characters;
+    out.append(characters.data(), writeNumberText(characters.data(), value, decimalSeparator));
 }
 
 double toDouble(Text text) {
@@ -296,7 +293,7 @@ Integer toInteger(Text text) { return roundToInteger(toDouble(text)); }
 Currency Currency::fromDouble(double value) {
     // 2 to the power of 63 is exact as a double; everything below it fits.
     constexpr double limit = 9223372036854775808.0;
-    const double scaled = std::nearbyint(value * 10000);
+    const double scaled = nearest(value * 10000);
     if (!(scaled >= -limit && scaled < limit)) {
         throw runtimeError(RuntimeError::overflow, u"the amount is beyond the range of currency");
     }

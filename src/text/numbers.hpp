@@ -10,16 +10,26 @@
 
 namespace quill1xml {
 
+/// Room for any number that is written.
+inline constexpr std::size_t longestNumber = 48;
+
+/// Writes an integer in plain decimal digits and returns the end.
+char16_t* writeInteger(char16_t* to, std::int64_t value);
+
+/// Writes the general number form, with "0" before the separator. Throws error 6 (Overflow) for NaN and infinities.
+/// The separator has at most three characters.
+char16_t* writeNumberText(char16_t* to, double value, Text decimalSeparator);
+
+/// Writes the invariant form: "." as point, a blank or "-" in front, no "0" before the point.
+/// Throws error 6 (Overflow) for NaN and infinities.
+char16_t* writeStrText(char16_t* to, double value);
+char16_t* writeStrText(char16_t* to, Currency value);
+
 /// Appends an integer in plain decimal digits.
 void appendInteger(std::u16string& out, std::int64_t value);
 
-/// Appends the general number form, with "0" before the separator. Throws error 6 (Overflow) for NaN and infinities.
+/// Appends a number as writeNumberText writes it.
 void appendNumberText(std::u16string& out, double value, Text decimalSeparator);
-
-/// Appends the invariant form: "." as point, a blank or "-" in front, no "0" before the point.
-/// Throws error 6 (Overflow) for NaN and infinities.
-void appendStrText(std::u16string& out, double value);
-void appendStrText(std::u16string& out, Currency value);
 
 /// The number that a text holds: blanks around it, a sign, grouping commas, a point and an exponent are understood.
 /// Throws error 13 (Type mismatch) for anything else and error 6 (Overflow) beyond the range of the type.

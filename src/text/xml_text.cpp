@@ -27,7 +27,7 @@ struct Replacement {
         std::ranges::copy(given, text.begin());
     }
 };
-constexpr std::size_t longestReplacement = std::tuple_size_v<decltype(Replacement::text)>;
+static_assert(std::tuple_size_v<decltype(Replacement::text)> == XmlText::longestReplacement);
 
 constexpr auto asciiReplacements = [] {
     std::array<Replacement, 0x80> all{};
@@ -40,15 +40,19 @@ constexpr auto asciiReplacements = [] {
     return all;
 }();
 
+/// The ASCII characters that stay as they are.
+constexpr auto isPlain = [] {
+    std::array<bool, 0x80> all{};
+    std::ranges::transform(asciiReplacements, all.begin(), [](const Replacement& each) { return each.size == 1; });
+    return all;
+}();
+
 /// The reference to a code from 128 to 255.
 constexpr Replacement referenceTo(int code) {
     const auto digit = [](int value) { return static_cast<char16_t>(u'0' + value % 10); };
     const char16_t text[] = {u'&', u'#', digit(code / 100), digit(code / 10), digit(code), u';'};
     return Replacement(Text(text, std::size(text)));
 }
-
-/// True for the characters that stay as they are, but for some beyond ASCII.
-bool isPlain(char16_t c) { return c < 0x80 && asciiReplacements[c].size == 1; }
 
 /// A reference after its "&", and the character it stands for.
 struct Reference {
@@ -75,7 +79,7 @@ std::uint8_t XmlText::extendedCode(char16_t character) const {
     return found != codes_.end() && found->character == character ? found->code : std::uint8_t{0};
 }
 
-void XmlText::encode(std::u16string& out, Text text, bool allExtended) const {
+char16_t* XmlText::write(char16_t* to, Text text, bool allExtended) const {
     const auto extendedReplacement = [&](char16_t c) {
         const auto is = [&](std::uint8_t code) { return c == characters_[code - firstExtended]; };
         if (c == eAcute) return referenceTo(c);
@@ -88,25 +92,25 @@ void XmlText::encode(std::u16string& out, Text text, bool allExtended) const {
         if (is(leftSingle) || is(rightSingle)) return asciiReplacements[u'\''];
         return Replacement(c);
     };
-    // In pieces: most need no encoding, and the others grow in a buffer that stays small whatever the text.
-    constexpr std::size_t pieceSize = 64;
-    std::array<char16_t, pieceSize * longestReplacement> buffer;
-    for (; !text.empty(); text.remove_prefix(std::min(pieceSize, text.size()))) {
-        const Text piece = text.substr(0, pieceSize);
-        if (std::ranges::all_of(piece, isPlain)) {
-            out.append(piece);
+    for (const char16_t c : text) {
+        // Most characters stay: taking them one by one is quicker than by the size of a replacement.
+        if (c < 0x80 && isPlain[c]) {
+            *to++ = c;
             continue;
         }
-        char16_t* end = buffer.data();
-        for (const char16_t c : piece) {
-            const Replacement& replacement = c < 0x80 ? asciiReplacements[c] : extendedReplacement(c);
-            if (replacement.size == 1) {
-                *end++ = replacement.text[0];
-            } else {
-                end = std::ranges::copy(replacement.text, end).out - longestReplacement + replacement.size;
-            }
-        }
-        out.append(buffer.data(), end);
+        const Replacement& replacement = c < 0x80 ? asciiReplacements[c] : extendedReplacement(c);
+        std::ranges::copy(replacement.text, to);
+        to += replacement.size;
+    }
+    return to;
+}
+
+void XmlText::encode(std::u16string& out, Text text, bool allExtended) const {
+    // In pieces, which grow in a buffer that stays small whatever the text.
+    constexpr std::size_t pieceSize = 64;
+    std::array<char16_t, (pieceSize + 1) * longestReplacement> buffer;
+    for (; !text.empty(); text.remove_prefix(std::min(pieceSize, text.size()))) {
+        out.append(buffer.data(), write(buffer.data(), text.substr(0, pieceSize), allExtended));
     }
 }
 

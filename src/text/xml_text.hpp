@@ -26,6 +26,13 @@ public:
     /// number: the server reads it so); without it the curly quotes become straight ones.
     void encode(std::u16string& out, Text text, bool allExtended) const;
 
+    /// The most characters that one character becomes, with room to copy in whole blocks.
+    static constexpr std::size_t longestReplacement = 7;
+
+    /// Writes the text as encode appends it and returns the end. Requires room for longestReplacement characters per
+    /// character of the text and one more block.
+    char16_t* write(char16_t* to, Text text, bool allExtended) const;
+
     /// Appends the decoded text. "&lt;" and "&gt;" are left alone.
     void decode(std::u16string& out, Text text, bool allExtended) const;
 

@@ -16,9 +16,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 template <class Number>
 std::string str(Number value) {
-    std::u16string text;
-    appendStrText(text, value);
-    return utf8(text);
+    char16_t text[longestNumber];
+    return utf8(Text(text, static_cast<std::size_t>(writeStrText(text, value) - text)));
 }
 
 std::string numberText(double value, Text separator = u".") {

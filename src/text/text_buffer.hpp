@@ -1,0 +1,45 @@
+// A text being put together from many small pieces, without a check for space at every character.
+#pragma once
+
+#include "quill1xml/types.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+
+namespace quill1xml {
+
+class TextBuffer {
+public:
+    /// Makes room for so many characters behind the end and returns the end, to be written from.
+    char16_t* room(std::size_t characters) {
+        if (capacity_ - size_ < characters) grow(characters);
+        return data_.get() + size_;
+    }
+
+    /// Says where the writing ended that `room` began.
+    void endAt(const char16_t* end) { size_ = static_cast<std::size_t>(end - data_.get()); }
+
+    void append(Text text) { endAt(std::copy(text.begin(), text.end(), room(text.size()))); }
+    void push(char16_t character) {
+        *room(1) = character;
+        ++size_;
+    }
+
+    void clear() { size_ = 0; }
+    Text view() const { return {data_.get(), size_}; }
+
+private:
+    void grow(std::size_t characters) {
+        capacity_ = std::max(size_ + characters, 2 * capacity_ + 256);
+        auto larger = std::make_unique_for_overwrite<char16_t[]>(capacity_);
+        std::copy_n(data_.get(), size_, larger.get());
+        data_ = std::move(larger);
+    }
+
+    std::unique_ptr<char16_t[]> data_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+}  // namespace quill1xml
