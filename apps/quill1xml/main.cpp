@@ -10,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <exception>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -176,22 +177,27 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
     return usageError;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int runCommandLine(int argc, char** argv) {
     CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
     Action action;
     for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
-
     try {
         app.parse(argc, argv);
-        const int status = action();
-        return status == 0 && !std::cout.flush() ? 1 : status;
     } catch (const CLI::ParseError& error) {
         return reportUsage(app, error);
-    } catch (const std::runtime_error& error) {
-        std::cerr << error.what() << std::endl;
+    }
+    const int status = action();
+    return status == 0 && !std::cout.flush() ? 1 : status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runCommandLine(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "quill1xml: " << error.what() << '\n';
         return usageError;
     }
 }
