@@ -1,0 +1,11 @@
+#include "records/schema_checks.hpp"
+
+namespace quill1xml {
+namespace {
+
+TEST(StoreSchema, TakesWhatEveryRecordMethodWrites) { testing::expectEveryRecordAccepted(SchemaDialect::xsd); }
+
+TEST(StoreSchema, TellsGoodDocumentsFromBad) { testing::expectJudgement(SchemaDialect::xsd); }
+
+}  // namespace
+}  // namespace quill1xml
