@@ -70,7 +70,7 @@ std::vector<ElementModel> build() {
         }
         for (const Row& row : record->rows) addRow(*element, row);
     }
-    std::ranges::stable_partition(all, [](const ElementModel& element) { return element.isRoot; });
+    std::stable_partition(all.begin(), all.end(), [](const ElementModel& element) { return element.isRoot; });
     return all;
 }
 

@@ -194,7 +194,7 @@ private:
 
 std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url) {
     return std::make_unique<XmlDocument>(
-        std::make_shared<const Tree>(std::move(tree), std::move(schema), std::u16string(url)));
+        std::make_shared<const Tree>(Tree{std::move(tree), std::move(schema), std::u16string(url)}));
 }
 
 }  // namespace quill1xml::platform
