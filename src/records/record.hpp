@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -47,7 +48,7 @@ public:
 
     /// Writes the opening and returns its end. Requires room for the longest one: all of it is copied, in one block.
     char16_t* write(char16_t* to) const {
-        std::copy_n(characters_.data(), longest, to);
+        std::memcpy(to, characters_.data(), sizeof characters_);
         return to + size_;
     }
 

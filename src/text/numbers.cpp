@@ -255,13 +255,15 @@ char16_t* writeStrText(char16_t* to, Currency value) {
     const std::uint64_t whole = magnitude / 10000;
     *to++ = value.tenThousandths < 0 ? u'-' : u' ';
     if (whole > 0 || magnitude == 0) to = writeInteger(to, static_cast<std::int64_t>(whole));
-    auto fraction = static_cast<unsigned>(magnitude % 10000);
+    const auto fraction = static_cast<unsigned>(magnitude % 10000);
     if (fraction == 0) return to;
+    const auto digit = [](unsigned number) { return static_cast<char16_t>(u'0' + number % 10); };
     *to++ = u'.';
-    for (unsigned unit = 1000; fraction > 0; unit /= 10) {
-        *to++ = static_cast<char16_t>(u'0' + fraction / unit);
-        fraction %= unit;
-    }
+    to[0] = digit(fraction / 1000);
+    to[1] = digit(fraction / 100);
+    to[2] = digit(fraction / 10);
+    to[3] = digit(fraction);
+    for (to += 4; to[-1] == u'0';) --to;
     return to;
 }
 
