@@ -164,7 +164,8 @@ std::string xdrElement(const ElementModel& element) {
     }
     if (element.isRoot) text += "    <element type=\"Envelope\" minOccurs=\"0\" maxOccurs=\"1\"/>\n";
     if (!children.empty()) {
-        text += "    <group order=\"one\" minOccurs=\"0\" maxOccurs=\"*\">\n";
+        // "many" says any elements in any order; not every parser takes a repeated choice of one.
+        text += "    <group order=\"many\" minOccurs=\"0\" maxOccurs=\"*\">\n";
         for (const ElementModel* child : children) {
             text += "      <element" + attributeText("type", child->name) + "/>\n";
         }
