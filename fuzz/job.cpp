@@ -1,0 +1,21 @@
+// Lines of a job as the command line plays them, against a server that accepts everything.
+#include "quill1xml/job.hpp"
+#include "fuzz.hpp"
+
+#include <sstream>
+
+using namespace quill1xml;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::World world;
+    world.files->bytes[u"D\\a.gif"] = {'A'};
+    world.files->texts[u"T\\WebStoreTax1.tmp"] = u"<Tax TaxCode=\"A\"/>";
+    for (int i = 0; i < 8; ++i) world.http->reply("<Receipt ImportNumber=\"1\"><Error Number=\"0\"/></Receipt>");
+    std::istringstream in{std::string(fuzz::textOf(data, size))};
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = cli::playJob(world.environment(), {in, out, err, size % 2 == 0});
+    if (status != 0 && err.str().find("error ") == std::string::npos) fuzz::find("an error without a word");
+    world.inspect();
+    return 0;
+}
