@@ -29,6 +29,7 @@ p { margin: .3rem 0; color: var(--soft); }
 a, code { color: var(--mark); }
 table { width: 100%; border-collapse: collapse; background: var(--card); border: 1px solid var(--line); }
 th, td { padding: .4rem .7rem; text-align: left; vertical-align: top; border-bottom: 1px solid var(--line); overflow-wrap: anywhere; }
+table + table { margin-top: .5rem; }
 th { color: var(--soft); font-weight: 600; font-size: .85rem; }
 .number { text-align: right; font-variant-numeric: tabular-nums; }
 .images { display: flex; flex-wrap: wrap; gap: 1rem; }
@@ -108,18 +109,34 @@ std::string customerRows(const Json& customers) {
     return rows;
 }
 
-/// A table of the children of that name, one column per attribute named; nothing when there are none.
-std::string childTable(const Json& record, std::string_view element, std::initializer_list<const char*> attributes) {
+/// A date and time of the format for people: a blank for the "T".
+std::string shownDate(const Json& element, const char* attribute) {
+    std::string text = shown(element, attribute);
+    if (const std::size_t t = text.find('T'); t != std::string::npos) text[t] = ' ';
+    return text;
+}
+
+struct Column {
+    const char* heading;
+    const char* attribute;
+    bool isNumber = false;
+};
+
+/// A table of the children of that name; nothing when there are none.
+std::string childTable(const Json& record, std::string_view element, std::initializer_list<Column> columns) {
+    const auto cell = [](const char* tag, const Column& column, const std::string& text) {
+        return std::string("<") + tag + (column.isNumber ? " class=\"number\">" : ">") + text + "</" + tag + '>';
+    };
     std::string rows;
     for (const Json& child : record.at("children")) {
         if (child.at("element") != element) continue;
         rows += "<tr>";
-        for (const char* attribute : attributes) rows += "<td>" + shown(child, attribute) + "</td>";
+        for (const Column& column : columns) rows += cell("td", column, shown(child, column.attribute));
         rows += "</tr>\n";
     }
     if (rows.empty()) return rows;
     std::string headings;
-    for (const char* attribute : attributes) headings += std::string("<th>") + attribute + "</th>";
+    for (const Column& column : columns) headings += cell("th", column, column.heading);
     return "<table>\n<tr>" + headings + "</tr>\n" + rows + "</table>\n";
 }
 
@@ -127,12 +144,17 @@ std::string orderCards(const Json& orders) {
     std::string out;
     for (const Json& order : orders)
         out += "<h3>Order " + shown(order, "OrderNumber") + "</h3>\n<p>" +
-               joined({shown(order, "OrderDate"), shown(order, "OrderStatus"), shown(order, "ShippingContactName"),
+               joined({shownDate(order, "OrderDate"), shown(order, "OrderStatus"), shown(order, "ShippingContactName"),
                        shown(order, "EMailAddress"), shown(order, "ShippingCity")},
                       " · ") +
                "</p>\n" +
-               childTable(order, "OrderLineItem", {"LineNumber", "SKU", "Description", "Quantity", "Price"}) +
-               childTable(order, "UserDefinedFieldValue", {"FieldName", "FieldValue"});
+               childTable(order, "OrderLineItem",
+                          {{"Line", "LineNumber", true},
+                           {"SKU", "SKU"},
+                           {"Description", "Description"},
+                           {"Quantity", "Quantity", true},
+                           {"Price", "Price", true}}) +
+               childTable(order, "UserDefinedFieldValue", {{"Field", "FieldName"}, {"Value", "FieldValue"}});
     return out;
 }
 
@@ -140,10 +162,12 @@ std::string quotationCards(const Json& quotations) {
     std::string out;
     for (const Json& quotation : quotations)
         out += "<h3>Quotation " + shown(quotation, "QuoteNumber") + "</h3>\n<p>" +
-               joined({shown(quotation, "QuoteDate"), shown(quotation, "ContactName"), shown(quotation, "EMailAddress"),
-                       shown(quotation, "City")},
+               joined({shownDate(quotation, "QuoteDate"), shown(quotation, "ContactName"),
+                       shown(quotation, "EMailAddress"), shown(quotation, "City")},
                       " · ") +
-               "</p>\n" + childTable(quotation, "QuoteLineItem", {"SKU", "Description", "Quantity"});
+               "</p>\n" +
+               childTable(quotation, "QuoteLineItem",
+                          {{"SKU", "SKU"}, {"Description", "Description"}, {"Quantity", "Quantity", true}});
     return out;
 }
 
