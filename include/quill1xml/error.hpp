@@ -52,6 +52,7 @@ enum class RuntimeError : std::int32_t {
     namedArgumentNotFound = 448,
     argumentNotOptional = 449,
     wrongArgumentCount = 450,
+    keyInUse = 457,
 };
 
 /// A run-time error with its usual text, followed by ": " and the detail where one is given.

@@ -27,6 +27,7 @@ std::u16string_view usualText(RuntimeError error) {
         case RuntimeError::namedArgumentNotFound: return u"Named argument not found";
         case RuntimeError::argumentNotOptional: return u"Argument not optional";
         case RuntimeError::wrongArgumentCount: return u"Wrong number of arguments or invalid property assignment";
+        case RuntimeError::keyInUse: return u"This key is already associated with an element of this collection";
     }
     return u"Application-defined or object-defined error";
 }

@@ -190,6 +190,18 @@ private:
     Reaction reaction_;
 };
 
+/// The interface of hosts that declare an object As Collection. Not in an unnamed namespace: compilers would conclude
+/// that nothing implements it.
+struct DeclaredCollection : IDispatch {
+    virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Count(long* result) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0;
+    virtual HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) = 0;
+};
+
+inline constexpr IID iidCollection = {0xA4C46780, 0x499F, 0x101B, {0xBB, 0x78, 0x00, 0xAA, 0x00, 0x38, 0x3C, 0xBB}};
+
 /// The connection point of a Store's events.
 inline com::ComPtr<IConnectionPoint> storeEvents(IDispatch* store) {
     com::ComPtr<IConnectionPoint> point;

@@ -1,43 +1,84 @@
 #include "automation/com/collection_object.hpp"
 
 #include "automation/com/com_object.hpp"
+#include "automation/com/conversion.hpp"
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
 #include "automation/com/identity.hpp"
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"
+#include "platform/windows/errors.hpp"
 #include "quill1xml/text.hpp"
 #include "store/trap.hpp"
+
+#include <array>
+#include <optional>
 
 namespace quill1xml::automation {
 namespace {
 
-struct Item {
-    com::ComPtr<IDispatch> object;
+constexpr IID iidCollection = {0xA4C46780, 0x499F, 0x101B, {0xBB, 0x78, 0x00, 0xAA, 0x00, 0x38, 0x3C, 0xBB}};
 
-    void give(VARIANT& place) const { place = com::Variant(object.get()).detach(); }
+/// What hosts call when they declare an object As Collection: their layout, not ours to change.
+struct CollectionInterface : IDispatch {
+    virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Count(long* result) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0;
+    virtual HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) = 0;
 };
 
-constexpr Parameter itemParameters[] = {{"Index", Type::longInteger, true, 0}};
-constexpr Long noIndex = 0;
+enum : DISPID { itemId = DISPID_VALUE, addId = 1, countId = 2, removeId = 3, newEnumId = DISPID_NEWENUM };
 
 const Class& collectionClass() {
-    static const Member members[] = {
-        {.dispid = DISPID_VALUE,
-         .name = "Item",
-         .parameters = itemParameters,
-         .defaults = &noIndex,
-         .argumentsSize = sizeof noIndex},
-        {.dispid = 1, .name = "Count", .kind = MemberKind::propertyGet},
-        {.dispid = DISPID_NEWENUM, .name = "_NewEnum", .kind = MemberKind::propertyGet},
+    static constexpr Parameter index[] = {{"Index", Type::longInteger, true, 0}};
+    static constexpr Parameter addition[] = {{"Item", Type::variantText, true, 0},
+                                             {"Key", Type::variantText, false, 0},
+                                             {"Before", Type::variantText, false, 0},
+                                             {"After", Type::variantText, false, 0}};
+    static constexpr Long noIndex = 0;
+    static constexpr Member members[] = {
+        {.dispid = itemId, .name = "Item", .parameters = index, .defaults = &noIndex, .argumentsSize = sizeof noIndex},
+        {.dispid = addId, .name = "Add", .parameters = addition},
+        {.dispid = countId, .name = "Count"},
+        {.dispid = removeId, .name = "Remove", .parameters = index},
+        {.dispid = newEnumId, .name = "_NewEnum"},
     };
-    static const Class described{.name = "Collection", .members = members};
+    static constexpr Class described{.name = "Collection", .members = members};
     return described;
 }
 
-class CollectionObject final : public ComObject<IDispatch> {
+/// What a value is or refers to.
+com::Variant copyOf(const VARIANT& value) {
+    com::Variant copy;
+    platform::check(VariantCopyInd(copy.put(), const_cast<VARIANT*>(&value)));
+    return copy;
+}
+
+/// An argument, or the mark for a missing one.
+com::Variant received(const VARIANT* argument) {
+    if (argument != nullptr) return copyOf(*argument);
+    com::Variant missing;
+    VARIANT& place = *missing.put();
+    place.vt = VT_ERROR;
+    place.scode = DISP_E_PARAMNOTFOUND;
+    return missing;
+}
+
+std::u16string textOf(const VARIANT& text) {
+    return std::u16string(com::asText(text.bstrVal, SysStringLen(text.bstrVal)));
+}
+
+struct Entry {
+    std::shared_ptr<const com::Variant> value;
+    std::optional<std::u16string> key{};
+
+    void give(VARIANT& place) const { place = copyOf(value->get()).detach(); }
+};
+
+class CollectionObject final : public ComObject<CollectionInterface, ISupportErrorInfo> {
 public:
-    explicit CollectionObject(std::vector<Item> items) : items_(std::move(items)) {}
+    explicit CollectionObject(std::vector<Entry> entries) : entries_(std::move(entries)) {}
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
@@ -57,32 +98,132 @@ public:
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* given,
                                      VARIANT* result, EXCEPINFO* details, UINT* faulty) override {
-        return invokeMember(
+        return invokeUnbound(
             {collectionClass(), IID_IDispatch, id, reserved, locale, flags, given, result, details, faulty},
-            [this](const Member& member, const Arguments& arguments) {
-                if (member.dispid == DISPID_VALUE) return item(*static_cast<const Long*>(arguments.data()));
-                if (member.dispid == DISPID_NEWENUM) return enumerator();
-                return com::Variant(static_cast<long>(items_.size()));
+            [&](const Member& member) {
+                std::array<com::Variant, 4> arguments;
+                for (com::Variant& argument : arguments) argument = received(nullptr);
+                for (UINT place = given->cArgs; place-- > 0;) {
+                    arguments[parameterAt(place, member, *given)] = received(&given->rgvarg[place]);
+                }
+                com::Variant value = call(id, std::move(arguments));
+                if (result != nullptr) *result = value.detach();
+                return S_OK;
             });
     }
 
-private:
-    void* find(REFIID id) noexcept override { return id == IID_IDispatch ? static_cast<IDispatch*>(this) : nullptr; }
+    HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) override {
+        if (result == nullptr) return E_POINTER;
+        VariantInit(result);
+        return answer([&] { entries_[placeOf(received(index).get())].give(*result); });
+    }
 
-    com::Variant item(Long index) const {
-        if (index < 1 || static_cast<std::size_t>(index) > items_.size()) {
+    HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) override {
+        return answer([&] { add(received(item), received(key).get(), received(before).get(), received(after).get()); });
+    }
+
+    HRESULT STDMETHODCALLTYPE Count(long* result) override {
+        if (result == nullptr) return E_POINTER;
+        *result = static_cast<long>(entries_.size());
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) override {
+        return answer([&] { remove(received(index).get()); });
+    }
+
+    HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) override {
+        if (result == nullptr) return E_POINTER;
+        *result = nullptr;
+        return answer([&] { *result = enumerator().detach(); });
+    }
+
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
+        return id == iidCollection || id == IID_IDispatch ? S_OK : S_FALSE;
+    }
+
+private:
+    void* find(REFIID id) noexcept override {
+        if (id == IID_IDispatch || id == iidCollection) return static_cast<CollectionInterface*>(this);
+        return id == IID_ISupportErrorInfo ? static_cast<ISupportErrorInfo*>(this) : nullptr;
+    }
+
+    template <class Body>
+    static HRESULT answer(Body body) noexcept {
+        return guarded(iidCollection, nullptr, [&] {
+            body();
+            return S_OK;
+        });
+    }
+
+    com::Variant call(DISPID id, std::array<com::Variant, 4> arguments) {
+        auto& [first, key, before, after] = arguments;
+        switch (id) {
+            case itemId: return copyOf(entries_[placeOf(first.get())].value->get());
+            case addId: add(std::move(first), key.get(), before.get(), after.get()); return {};
+            case countId: return com::Variant(static_cast<long>(entries_.size()));
+            case removeId: remove(first.get()); return {};
+            default: return com::Variant(enumerator().get());
+        }
+    }
+
+    /// Keys are the same in any case.
+    auto findKey(const std::u16string& key) const {
+        return std::ranges::find_if(entries_, [&](const Entry& entry) {
+            return entry.key &&
+                   CompareStringOrdinal(com::wide(entry.key->c_str()), static_cast<int>(entry.key->size()),
+                                        com::wide(key.c_str()), static_cast<int>(key.size()), TRUE) == CSTR_EQUAL;
+        });
+    }
+
+    /// Text is a key, anything else a number counted from 1.
+    std::size_t placeOf(const VARIANT& index) const {
+        if (index.vt == VT_BSTR) {
+            const auto found = findKey(textOf(index));
+            if (found == entries_.end()) throw runtimeError(RuntimeError::invalidProcedureCall);
+            return static_cast<std::size_t>(found - entries_.begin());
+        }
+        const Member& indexed = collectionClass().members.front();
+        Arguments arguments(indexed);
+        VARIANT value = index;
+        bind(arguments, indexed, {&value, nullptr, 1, 0}, LOCALE_USER_DEFAULT, nullptr);
+        const Long number = *static_cast<const Long*>(arguments.data());
+        if (number < 1 || static_cast<std::size_t>(number) > entries_.size()) {
             throw runtimeError(RuntimeError::subscriptOutOfRange);
         }
-        return com::Variant(items_[static_cast<std::size_t>(index) - 1].object.get());
+        return static_cast<std::size_t>(number) - 1;
     }
 
-    com::Variant enumerator() const {
-        const auto made =
-            com::ComPtr<IUnknown>::attach(new Enumerator<IEnumVARIANT, VARIANT, Item>(IID_IEnumVARIANT, items_));
-        return com::Variant(made.get());
+    void add(com::Variant item, const VARIANT& key, const VARIANT& before, const VARIANT& after) {
+        if (isMissing(item.get())) throw runtimeError(RuntimeError::argumentNotOptional, u"Item");
+        Entry entry{std::make_shared<const com::Variant>(std::move(item))};
+        if (!isMissing(key)) {
+            if (key.vt != VT_BSTR) throw runtimeError(RuntimeError::typeMismatch, u"Key");
+            entry.key = textOf(key);
+            if (findKey(*entry.key) != entries_.end()) throw runtimeError(RuntimeError::keyInUse);
+        }
+        std::size_t place = entries_.size();
+        if (!isMissing(before)) {
+            if (!isMissing(after)) throw runtimeError(RuntimeError::invalidProcedureCall);
+            place = placeOf(before);
+        } else if (!isMissing(after)) {
+            place = placeOf(after) + 1;
+        }
+        entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(place), std::move(entry));
     }
 
-    std::vector<Item> items_;
+    void remove(const VARIANT& index) {
+        const auto at = entries_.begin() + static_cast<std::ptrdiff_t>(placeOf(index));
+        // Held until the list is whole again: the last count of an object may call back.
+        const Entry removed = std::move(*at);
+        entries_.erase(at);
+    }
+
+    com::ComPtr<IUnknown> enumerator() const {
+        return com::ComPtr<IUnknown>::attach(new Enumerator<IEnumVARIANT, VARIANT, Entry>(IID_IEnumVARIANT, entries_));
+    }
+
+    std::vector<Entry> entries_;
 };
 
 com::ComPtr<IDispatch> makeItem(const Class& itemClass, const Node& node) {
@@ -100,9 +241,12 @@ com::ComPtr<IDispatch> makeItem(const Class& itemClass, const Node& node) {
 
 com::ComPtr<IDispatch> makeCollection(const Collection& collection) {
     const auto make = [&collection] {
-        std::vector<Item> items;
-        for (const Node& node : collection.nodes) items.push_back({makeItem(*collection.itemClass, node)});
-        return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(items)));
+        std::vector<Entry> entries;
+        for (const Node& node : collection.nodes) {
+            const auto item = makeItem(*collection.itemClass, node);
+            entries.push_back({std::make_shared<const com::Variant>(item.get())});
+        }
+        return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
     };
     const platform::Environment environment =
         collection.environment != nullptr ? *collection.environment : platform::systemEnvironment();

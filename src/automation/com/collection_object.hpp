@@ -1,4 +1,5 @@
-// Collections as automation hosts see them: Item (counted from 1), Count, and an enumerator for "For Each".
+// Collections as automation hosts see them: Item, Add, Count, Remove and an enumerator for "For Each", late-bound or
+// declared As Collection.
 #pragma once
 
 #include "automation/catalogue.hpp"

@@ -13,8 +13,6 @@ namespace {
 
 constexpr IID iidXmlDomNodeList = {0x2933BF82, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-bool isMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
-
 /// A value as the source of a system call, which only reads it, whatever its declaration says.
 VARIANT* source(const VARIANT& value) { return const_cast<VARIANT*>(&value); }
 
@@ -109,21 +107,6 @@ void bindOne(Arguments& arguments, const Member& member, std::size_t index, cons
     set(arguments, index, parameter, coerced(value, parameter, locale, copy));
 }
 
-/// The parameter that the argument at a place of the host's array is for.
-std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given) {
-    if (place >= given.cNamedArgs) {
-        // By place, the last one first.
-        const std::size_t index = given.cArgs - 1 - place;
-        if (index >= member.parameters.size()) throw runtimeError(RuntimeError::wrongArgumentCount);
-        return index;
-    }
-    const DISPID named = given.rgdispidNamedArgs[place];
-    if (named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
-        throw runtimeError(RuntimeError::namedArgumentNotFound);
-    }
-    return static_cast<std::size_t>(named);
-}
-
 template <class Fill>
 com::Variant filled(Fill fill) {
     com::Variant result;
@@ -154,6 +137,22 @@ struct Conversion {
 };
 
 }  // namespace
+
+bool isMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
+
+std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given) {
+    if (place >= given.cNamedArgs) {
+        // By place, the last one first.
+        const std::size_t index = given.cArgs - 1 - place;
+        if (index >= member.parameters.size()) throw runtimeError(RuntimeError::wrongArgumentCount);
+        return index;
+    }
+    const DISPID named = given.rgdispidNamedArgs[place];
+    if (named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
+        throw runtimeError(RuntimeError::namedArgumentNotFound);
+    }
+    return static_cast<std::size_t>(named);
+}
 
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) {
     for (UINT place = given.cArgs; place-- > 0;) {

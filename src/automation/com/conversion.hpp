@@ -16,6 +16,12 @@ namespace quill1xml::automation {
 /// not fit.
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty);
 
+/// The index of the parameter that the argument at a place of the host's array is for. Throws error 448 or 450.
+std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given);
+
+/// Whether a value is the mark for an argument that the host left out.
+bool isMissing(const VARIANT& value);
+
 /// A result or an event argument.
 com::Variant toVariant(const Value& value);
 

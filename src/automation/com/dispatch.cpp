@@ -28,22 +28,28 @@ HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count
     });
 }
 
-HRESULT invokeMember(const Invocation& invocation,
-                     const std::function<com::Variant(const Member&, const Arguments&)>& call) noexcept {
-    const auto& [of, interfaceId, id, reserved, locale, flags, given, result, details, faulty] = invocation;
-    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+HRESULT invokeUnbound(const Invocation& invocation, const std::function<HRESULT(const Member&)>& body) noexcept {
+    const DISPPARAMS* const given = invocation.given;
+    if (invocation.reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
-    const auto member = std::ranges::find(of.members, id, &Member::dispid);
+    const auto& members = invocation.of.members;
+    const auto member = std::ranges::find(members, invocation.id, &Member::dispid);
     // Script hosts cannot tell a property from a method without parameters and ask for either.
-    if (member == of.members.end() || (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
+    if (member == members.end() || (invocation.flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
         return DISP_E_MEMBERNOTFOUND;
     }
-    if (result != nullptr) VariantInit(result);
-    return guarded(interfaceId, details, [&]() -> HRESULT {
-        const bool forItem = member->parameters.empty() && member->result == ResultType::collection && given->cArgs > 0;
-        Arguments arguments(*member);
-        bind(arguments, *member, forItem ? DISPPARAMS{} : *given, locale, faulty);
-        com::Variant value = call(*member, arguments);
+    if (invocation.result != nullptr) VariantInit(invocation.result);
+    return guarded(invocation.interfaceId, invocation.details, [&] { return body(*member); });
+}
+
+HRESULT invokeMember(const Invocation& invocation,
+                     const std::function<com::Variant(const Member&, const Arguments&)>& call) noexcept {
+    return invokeUnbound(invocation, [&](const Member& member) -> HRESULT {
+        const auto& [of, interfaceId, id, reserved, locale, flags, given, result, details, faulty] = invocation;
+        const bool forItem = member.parameters.empty() && member.result == ResultType::collection && given->cArgs > 0;
+        Arguments arguments(member);
+        bind(arguments, member, forItem ? DISPPARAMS{} : *given, locale, faulty);
+        com::Variant value = call(member, arguments);
         if (forItem) {
             return value->pdispVal->Invoke(DISPID_VALUE, IID_NULL, locale, flags, given, result, details, faulty);
         }

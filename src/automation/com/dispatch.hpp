@@ -27,6 +27,9 @@ struct Invocation {
     UINT* faulty;
 };
 
+/// IDispatch::Invoke for a body that takes the host's arguments as they are.
+HRESULT invokeUnbound(const Invocation& invocation, const std::function<HRESULT(const Member& member)>& body) noexcept;
+
 /// IDispatch::Invoke: binds the arguments and calls. Arguments to a member that has no parameters and returns a
 /// collection are for the collection's default member: order.LineItems(1).
 HRESULT invokeMember(

@@ -20,10 +20,12 @@ public:
 
     HRESULT STDMETHODCALLTYPE Next(ULONG wanted, Raw* place, ULONG* fetched) override {
         if (place == nullptr || (fetched == nullptr && wanted != 1)) return E_POINTER;
-        const std::size_t count = std::min<std::size_t>(wanted, items_.size() - next_);
-        for (std::size_t i = 0; i < count; ++i) items_[next_++].give(place[i]);
-        if (fetched != nullptr) *fetched = static_cast<ULONG>(count);
-        return count == wanted ? S_OK : S_FALSE;
+        return guarded(interfaceId_, nullptr, [&] {
+            const std::size_t count = std::min<std::size_t>(wanted, items_.size() - next_);
+            for (std::size_t i = 0; i < count; ++i) items_[next_++].give(place[i]);
+            if (fetched != nullptr) *fetched = static_cast<ULONG>(count);
+            return count == wanted ? S_OK : S_FALSE;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Skip(ULONG wanted) override {
