@@ -129,6 +129,12 @@ std::string storeOf(const std::string& content) {
     return "<Store StoreID=\"12\"><Envelope DateCreated=\"2024-01-31T14:25:00\"/>" + content + "</Store>";
 }
 
+/// A document without line breaks and tabs: some parsers indent what they write.
+std::string compact(std::string text) {
+    std::erase_if(text, [](char c) { return c == '\r' || c == '\n' || c == '\t'; });
+    return text;
+}
+
 TEST_P(Downloads, PostTheFormAndReturnWhatWasAskedFor) {
     const std::string reply =
         storeOf(element("7") + "<Tax/>" + element("3") + "<Other>" + element("9") + "</Other>" + element("7"));
@@ -140,8 +146,7 @@ TEST_P(Downloads, PostTheFormAndReturnWhatWasAskedFor) {
 
     const auto nodes = receive(reply, u"XMLDOMDocument").document->select(u"Store/" + toUtf16(GetParam().path));
     EXPECT_EQ(nodes.size(), 3u);
-    const std::string text = *receive(reply, u"XMLString").text;
-    EXPECT_EQ(text.substr(0, text.find_last_not_of("\r\n") + 1), reply);
+    EXPECT_EQ(compact(*receive(reply, u"XMLString").text), reply);
     EXPECT_THAT(archived(), IsEmpty());
     EXPECT_THAT(fake_.log->entries, IsEmpty());
 }
@@ -244,7 +249,7 @@ TEST_P(Downloads, ArchiveBeforeTheyLookAtTheForm) {
         EXPECT_EQ(utf8(error->source()), GetParam().source());
         EXPECT_EQ(error->description(), u"No valid Return Type has been passed.");
         ASSERT_THAT(archived(), ElementsAre("WebStore12-20240131T142500.xml"));
-        EXPECT_THAT(folder_.bytes(u"WebStore12-20240131T142500.xml"), ::testing::HasSubstr(reply));
+        EXPECT_THAT(compact(folder_.bytes(u"WebStore12-20240131T142500.xml")), ::testing::HasSubstr(reply));
         std::filesystem::remove(folder_.path() / "WebStore12-20240131T142500.xml");
     }
     EXPECT_THAT(*receive(reply, u"Collection", folderName_).items, ElementsAre("1"));

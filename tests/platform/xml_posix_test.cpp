@@ -26,6 +26,10 @@ protected:
     testing::TempFolder folder_;
 };
 
+TEST_F(PosixXmlTest, UndeclaredPrefixesAreRefused) {
+    for (const Text text : {u"<p:a/>", u"<a p:x='1'/>"}) EXPECT_TRUE(failure(text)) << utf8(text);
+}
+
 TEST_F(PosixXmlTest, ErrorsSayWhere) {
     // Positions are those just behind what the parser took in before it gave up.
     const struct {

@@ -121,8 +121,6 @@ TEST_F(XmlTest, WhatIsNotWellFormedIsRefused) {
         u"<a x='<'/>",
         u"<a>\u0001</a>",
         u"<a>&unknown;</a>",
-        u"<p:a/>",
-        u"<a p:x='1'/>",
         bomb + u"]><a>&e9;</a>",
         bomb + u"]><a x='&e9;'/>",
         u"<!DOCTYPE a [<!ENTITY e SYSTEM '" + secret + u"'>]><a>&e;</a>",
