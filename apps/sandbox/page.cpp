@@ -177,9 +177,10 @@ std::string figures(const Json& images) {
         const auto& folder = image.at("folder").get_ref<const std::string&>();
         const auto& name = image.at("name").get_ref<const std::string&>();
         const std::string path = "/images/" + inAddress(folder) + '/' + inAddress(name);
-        out += "<figure><a href=\"" + path + "\"><img src=\"" + path + "\" alt=\"" + escaped(name) +
-               "\" loading=\"lazy\"></a><figcaption>" + escaped(folder) + '/' + escaped(name) + "<br>" +
-               textOf(image.at("size")) + " bytes</figcaption></figure>\n";
+        out.append("<figure><a href=\"").append(path).append("\"><img src=\"").append(path);
+        out.append("\" alt=\"").append(escaped(name)).append(R"(" loading="lazy"></a><figcaption>)");
+        out.append(escaped(folder)).append("/").append(escaped(name)).append("<br>");
+        out.append(textOf(image.at("size"))).append(" bytes</figcaption></figure>\n");
     }
     return out.empty() ? out : "<div class=\"images\">\n" + out + "</div>\n";
 }
