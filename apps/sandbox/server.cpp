@@ -52,12 +52,9 @@ void allowParameters(const httplib::Request& request, std::initializer_list<std:
 
 std::string statusText(const httplib::Request& request, int status) {
     switch (status) {
-        case 404:
-            return "There is nothing at " + request.method + ' ' + request.path;
-        case 413:
-            return "The body is too large";
-        default:
-            return "The request was not understood";
+        case 404: return "There is nothing at " + request.method + ' ' + request.path;
+        case 413: return "The body is too large";
+        default: return "The request was not understood";
     }
 }
 

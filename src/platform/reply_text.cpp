@@ -84,18 +84,12 @@ std::u16string fromBytes(std::string_view bytes, Character character) {
 
 std::u16string decode(std::string_view bytes, Charset charset) {
     switch (charset) {
-        case Charset::utf8:
-            return toUtf16(bytes);
-        case Charset::utf16:
-            return fromUtf16(bytes, bytes.starts_with('\0'));
-        case Charset::utf16LittleEndian:
-            return fromUtf16(bytes, false);
-        case Charset::utf16BigEndian:
-            return fromUtf16(bytes, true);
-        case Charset::latin1:
-            return fromBytes(bytes, [](std::uint8_t byte) { return char16_t{byte}; });
-        case Charset::windows1252:
-            return fromBytes(bytes, windows1252);
+        case Charset::utf8: return toUtf16(bytes);
+        case Charset::utf16: return fromUtf16(bytes, bytes.starts_with('\0'));
+        case Charset::utf16LittleEndian: return fromUtf16(bytes, false);
+        case Charset::utf16BigEndian: return fromUtf16(bytes, true);
+        case Charset::latin1: return fromBytes(bytes, [](std::uint8_t byte) { return char16_t{byte}; });
+        case Charset::windows1252: return fromBytes(bytes, windows1252);
     }
     return {};
 }

@@ -28,25 +28,18 @@ Error missing(Text fileName) {
 
 Error fileError(int code, Text fileName) {
     switch (code) {
-        case ENOENT:
-            return missing(fileName);
-        case ENOTDIR:
-            return runtimeError(RuntimeError::pathNotFound, fileName);
-        case EISDIR:
-            return runtimeError(RuntimeError::pathFileAccess, fileName);
+        case ENOENT: return missing(fileName);
+        case ENOTDIR: return runtimeError(RuntimeError::pathNotFound, fileName);
+        case EISDIR: return runtimeError(RuntimeError::pathFileAccess, fileName);
         case EACCES:
         case EPERM:
-        case EROFS:
-            return runtimeError(RuntimeError::permissionDenied, fileName);
+        case EROFS: return runtimeError(RuntimeError::permissionDenied, fileName);
         case ENOSPC:
         case EDQUOT:
-        case EFBIG:
-            return runtimeError(RuntimeError::diskFull, fileName);
+        case EFBIG: return runtimeError(RuntimeError::diskFull, fileName);
         case EMFILE:
-        case ENFILE:
-            return runtimeError(RuntimeError::tooManyFiles, fileName);
-        default:
-            break;
+        case ENFILE: return runtimeError(RuntimeError::tooManyFiles, fileName);
+        default: break;
     }
     const std::u16string reason = toUtf16(std::generic_category().message(code));
     return runtimeError(RuntimeError::deviceIo, std::u16string(fileName) + u" (" + reason + u")");

@@ -89,8 +89,7 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
     const std::u16string host = partOf(url, CURLUPART_HOST);
     std::u16string reason;
     switch (transfer.end) {
-        case Transfer::End::outOfMemory:
-            return runtimeError(RuntimeError::outOfMemory, host);
+        case Transfer::End::outOfMemory: return runtimeError(RuntimeError::outOfMemory, host);
         case Transfer::End::silent:
             reason = u"no byte moved for " + number(transfer.limits.silence.count()) + u" s";
             break;
@@ -98,9 +97,7 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
             reason =
                 u"the reply is larger than " + number(static_cast<long long>(transfer.limits.replyBytes)) + u" bytes";
             break;
-        case Transfer::End::normal:
-            reason = toUtf16(*detail != '\0' ? detail : curl_easy_strerror(code));
-            break;
+        case Transfer::End::normal: reason = toUtf16(*detail != '\0' ? detail : curl_easy_strerror(code)); break;
     }
     return runtimeError(RuntimeError::automationError, host + u": " + reason);
 }

@@ -13,33 +13,26 @@ constexpr DWORD diskQuotaExceeded = 1295;  // missing from the headers
 
 std::optional<RuntimeError> fileError(DWORD code) {
     switch (code) {
-        case ERROR_FILE_NOT_FOUND:
-            return RuntimeError::fileNotFound;
+        case ERROR_FILE_NOT_FOUND: return RuntimeError::fileNotFound;
         case ERROR_PATH_NOT_FOUND:
         case ERROR_DIRECTORY:
         case ERROR_INVALID_DRIVE:
         case ERROR_BAD_NETPATH:
-        case ERROR_BAD_NET_NAME:
-            return RuntimeError::pathNotFound;
-        case ERROR_TOO_MANY_OPEN_FILES:
-            return RuntimeError::tooManyFiles;
+        case ERROR_BAD_NET_NAME: return RuntimeError::pathNotFound;
+        case ERROR_TOO_MANY_OPEN_FILES: return RuntimeError::tooManyFiles;
         case ERROR_ACCESS_DENIED:
         case ERROR_WRITE_PROTECT:
         case ERROR_SHARING_VIOLATION:
-        case ERROR_LOCK_VIOLATION:
-            return RuntimeError::permissionDenied;
+        case ERROR_LOCK_VIOLATION: return RuntimeError::permissionDenied;
         case ERROR_HANDLE_DISK_FULL:
         case ERROR_DISK_FULL:
-        case diskQuotaExceeded:
-            return RuntimeError::diskFull;
+        case diskQuotaExceeded: return RuntimeError::diskFull;
         case ERROR_INVALID_NAME:
         case ERROR_BAD_PATHNAME:
         case ERROR_FILENAME_EXCED_RANGE:
         case ERROR_FILE_EXISTS:
-        case ERROR_ALREADY_EXISTS:
-            return RuntimeError::pathFileAccess;
-        default:
-            return std::nullopt;
+        case ERROR_ALREADY_EXISTS: return RuntimeError::pathFileAccess;
+        default: return std::nullopt;
     }
 }
 

@@ -122,8 +122,7 @@ public:
                 case ERROR_FILE_NOT_FOUND:
                 case ERROR_PATH_NOT_FOUND:
                 case ERROR_DIRECTORY:
-                case ERROR_INVALID_NAME:
-                    return names;
+                case ERROR_INVALID_NAME: return names;
             }
             throwLastError(pattern);
         }
