@@ -20,7 +20,8 @@ void refuseOpenProduct(const Call& call, const Record& record) {
                 u"A new product may not be added if an existing one is still unlocked.");
 }
 
-void openProduct(store::State& store, const Record&, std::u16string_view startTag) { store.openProduct = startTag; }
+/// The start tag stays in its buffer, which becomes the open product.
+void openProduct(store::State& store, const Record&, std::u16string_view) { store.openProduct.swap(store.element); }
 
 void finishStartTag(store::State& store, const Record&, std::u16string_view rest) { store.openProduct.append(rest); }
 
@@ -165,11 +166,10 @@ void LockProduct(State& state, const arguments::LockProduct&) {
     // Closed before it is written: a product whose write fails is lost.
     TextBuffer& product = state.element;
     product.clear();
-    for (const Text part : {Text(state.openProduct), Text(state.productAttributes), Text(state.productPromotions)}) {
-        product.append(part);
-    }
+    product.swap(state.openProduct);
+    product.append(state.productAttributes);
+    product.append(state.productPromotions);
     product.append(u"</Product>");
-    state.openProduct.clear();
     state.productAttributes.clear();
     state.productPromotions.clear();
     records::appendToPacket(state, records::AddProduct, product.view());

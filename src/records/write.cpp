@@ -68,7 +68,7 @@ bool passes(const Call& call, const ResolvedTest& resolved) {
             const double value = numberOf(call.arguments, field);
             return value != mostNegative && value != std::numeric_limits<double>::lowest();
         }
-        case Test::Kind::given: return numberOf(call.arguments, field) != 0;
+        case Test::Kind::given:
         case Test::Kind::isTrue: return numberOf(call.arguments, field) != 0;
         case Test::Kind::isFalse: return numberOf(call.arguments, field) == 0;
         case Test::Kind::notBefore: return numberOf(call.arguments, field) >= numberOf(call.arguments, resolved.other);

@@ -40,7 +40,7 @@ struct State {
     std::u16string uploadResult;  ///< "file number,file number", cleared by Send
 
     // Records that are built over several calls; an empty header means that none is open.
-    std::u16string openProduct;
+    TextBuffer openProduct;
     std::u16string productAttributes;
     std::u16string productPromotions;
     std::u16string openOrder;

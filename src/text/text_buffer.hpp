@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 namespace quill1xml {
 
@@ -27,6 +28,12 @@ public:
     }
 
     void clear() { size_ = 0; }
+    bool empty() const { return size_ == 0; }
+    void swap(TextBuffer& other) noexcept {
+        std::swap(data_, other.data_);
+        std::swap(size_, other.size_);
+        std::swap(capacity_, other.capacity_);
+    }
     Text view() const { return {data_.get(), size_}; }
 
 private:

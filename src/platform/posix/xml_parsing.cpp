@@ -79,6 +79,7 @@ void onStartElement(void* data, const xmlChar* name, const xmlChar* prefix, cons
     xmlSAX2StartElementNs(data, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
                           attributes);
     const auto line = static_cast<std::intptr_t>(context->input->line);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the field is free for our use, and a line is what we keep in it.
     if (context->node != nullptr) context->node->_private = reinterpret_cast<void*>(line);
 }
 
