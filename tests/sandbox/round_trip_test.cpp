@@ -166,40 +166,23 @@ TEST_F(RoundTrip, OrdersComeBackWithTheirLinesAndFieldValues) {
         {"SessionID CollectionPointID", u"{6F9619FF-8B86-D011-B42D-00C04FC964FF}",
          u"6F9619FF-8B86-D011-B42D-00C04FC964FF"},
     };
-    testing::Values values = {{u"OrderNumber", u"2147483647"},
-                              {u"Order", u"2024-02-29T23:59:59"},
-                              {u"Confirmed", u"1899-12-29T06:00:00"},
-                              {u"Dispatched", u"9999-12-31"},
-                              {u"Cancelled", u"0100-01-01T00:00:01"},
-                              {u"Picked", u"2024-01-31T14:25"},
-                              {u"RequiredDelivery", u"2024-03-01"},
-                              {u"ShippingCost", u"0"},
-                              {u"ExclusiveShippingCost", u"0.1"},
-                              {u"OrderDiscountPercent", u"99.99"},
-                              {u"USDExchangeRate", u"1e-5"},
-                              {u"ShippingInsuranceCost", u"123456789012.345"},
-                              {u"WebsafeTransitCharge", u"1e20"},
-                              {u"WebsafeFraudCharge", u"12.5"},
-                              {u"BlnOnlinePaymentUsed", u"1"},
-                              {u"BudgetPeriod", u"32767"},
-                              {u"BlnExported", u"0"}};
-    ordered_json expected = {{"OrderNumber", 2147483647},
-                             {"OrderDate", "2024-02-29T23:59:59"},
-                             {"ConfirmedDate", "1899-12-29T06:00:00"},
-                             {"DispatchedDate", "9999-12-31T00:00:00"},
-                             {"CancelledDate", "0100-01-01T00:00:01"},
-                             {"PickedDate", "2024-01-31T14:25:00"},
-                             {"RequiredDeliveryDate", "2024-03-01T00:00:00"},
-                             {"ShippingCost", 0.0},
-                             {"ExclusiveShippingCost", 0.1},
-                             {"OrderDiscountPercent", 99.99},
-                             {"USDExchangeRate", 1e-5},
-                             {"ShippingInsuranceCost", 123456789012.345},
-                             {"WebsafeTransitCharge", 1e20},
-                             {"WebsafeFraudCharge", 12.5},
-                             {"OnlinePaymentUsed", 1},
-                             {"BudgetPeriod", 32767},
-                             {"Exported", 0}};
+    testing::Values values;
+    std::istringstream given(
+        "OrderNumber=2147483647 Order=2024-02-29T23:59:59 Confirmed=1899-12-29T06:00:00 Dispatched=9999-12-31 "
+        "Cancelled=0100-01-01T00:00:01 Picked=2024-01-31T14:25 RequiredDelivery=2024-03-01 ShippingCost=0 "
+        "ExclusiveShippingCost=0.1 OrderDiscountPercent=99.99 USDExchangeRate=1e-5 "
+        "ShippingInsuranceCost=123456789012.345 WebsafeTransitCharge=1e20 WebsafeFraudCharge=12.5 "
+        "BlnOnlinePaymentUsed=1 BudgetPeriod=32767 BlnExported=0");
+    for (std::string name, value; std::getline(given >> std::ws, name, '=') && given >> value;) {
+        values[toUtf16(name)] = toUtf16(value);
+    }
+    ordered_json expected = ordered_json::parse(R"({"OrderNumber": 2147483647, "OrderDate": "2024-02-29T23:59:59",
+        "ConfirmedDate": "1899-12-29T06:00:00", "DispatchedDate": "9999-12-31T00:00:00",
+        "CancelledDate": "0100-01-01T00:00:01", "PickedDate": "2024-01-31T14:25:00",
+        "RequiredDeliveryDate": "2024-03-01T00:00:00", "ShippingCost": 0, "ExclusiveShippingCost": 0.1,
+        "OrderDiscountPercent": 99.99, "USDExchangeRate": 1e-5, "ShippingInsuranceCost": 123456789012.345,
+        "WebsafeTransitCharge": 1e20, "WebsafeFraudCharge": 12.5, "OnlinePaymentUsed": 1, "BudgetPeriod": 32767,
+        "Exported": 0})");
     for (const Texts& texts : all) {
         eachOf(texts, [&](const std::string& name) {
             values[toUtf16(name)] = xmlEscaped(texts.given);
@@ -221,23 +204,12 @@ TEST_F(RoundTrip, OrdersComeBackWithTheirLinesAndFieldValues) {
     expected["UDFs"] = {{{"FieldName", plain}, {"OrderNumber", "2147483647"}, {"FieldValue", plain}},
                         {{"FieldName", "\u0416"}, {"OrderNumber", "1"}, {"FieldValue", ""}}};
     const auto& line = automation::orderLineItemClass();
-    const ordered_json full = {{"LineNumber", 7},
-                               {"SKU", plain},
-                               {"Quantity", 3},
-                               {"ActualQuantity", 2},
-                               {"Price", 0.1},
-                               {"PriceBeforeDebtorDiscount", 12.5},
-                               {"HandlingCost", 0.0},
-                               {"TaxAmount", 1e-7},
-                               {"DiscountPercent", 100.0},
-                               {"TaxCode", "&\u00E9-"},
-                               {"TaxCode2", "2<"},
-                               {"TaxCode3", "3>"},
-                               {"TaxCode4", "4&"},
-                               {"Description", utf8(decoded(byCode(awkward)))},
-                               {"UnitOfMeasure", plain},
-                               {"LineShippingAmount", 1234.5},
-                               {"FreeCustomerShipping", 1}};
+    ordered_json full = ordered_json::parse(R"({"LineNumber": 7, "Quantity": 3, "ActualQuantity": 2, "Price": 0.1,
+        "PriceBeforeDebtorDiscount": 12.5, "HandlingCost": 0, "TaxAmount": 1e-7, "DiscountPercent": 100,
+        "TaxCode": "&\u00E9-", "TaxCode2": "2<", "TaxCode3": "3>", "TaxCode4": "4&", "LineShippingAmount": 1234.5,
+        "FreeCustomerShipping": 1})");
+    full["SKU"] = full["UnitOfMeasure"] = plain;
+    full["Description"] = utf8(decoded(byCode(awkward)));
     expected["LineItems"] = ordered_json::array({record(line, {{"LineNumber", 1}}), record(line, full)});
     const auto& order = automation::orderClass();
     EXPECT_EQ(json(store_.ReceiveOrders({57, u"demo", u"demo", url(u"/orders")})),
