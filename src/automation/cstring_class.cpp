@@ -17,7 +17,7 @@ const Member members[] = {
      .summary = "Appends text. A character outside the code page is an overflow.",
      .parameters = concatParameters,
      .defaults = &noText,
-     .argumentsSize = sizeof noText,
+     .argumentsSize = sizeof(Text),
      .invoke = [](void* object, const void* arguments) -> Value {
          self(object).concat(*static_cast<const Text*>(arguments));
          return {};

@@ -24,7 +24,7 @@ template <class Item>
 constexpr ResultType resultType<Received<Item>> = ResultType::received;
 
 template <class Result>
-Value asValue(Result&& result) {
+Value asValue(Result result) {
     if constexpr (std::is_constructible_v<Value, Result&&>) {
         return Value(std::move(result));
     } else {
@@ -33,8 +33,8 @@ Value asValue(Result&& result) {
 }
 
 template <class Item>
-Value asValue(Received<Item>&& received) {
-    return std::visit([](auto&& each) { return asValue(std::move(each)); }, std::move(received));
+Value asValue(Received<Item> received) {
+    return std::visit([](auto& each) { return asValue(std::move(each)); }, received);
 }
 
 template <class ArgumentStruct, auto method>

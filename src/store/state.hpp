@@ -18,7 +18,7 @@ struct PacketCounter {
 };
 
 struct State {
-    explicit State(platform::Environment environment);
+    explicit State(platform::Environment given);
 
     platform::Environment environment;
     XmlText xmlText;

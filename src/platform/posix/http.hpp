@@ -27,12 +27,12 @@ public:
     HttpReply get(Text url);
 
 private:
-    HttpReply transfer(Text url, const std::function<void(void* handle)>& prepare);
+    HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);
 
     HttpLimits limits_;
 };
 
 /// An http or https URL as it may be shown: without credentials and query. Throws error 5 for anything else.
-std::u16string printableUrl(Text url);
+std::u16string printableUrl(Text text);
 
 }  // namespace quill1xml::platform
