@@ -31,7 +31,7 @@ TEST(Packets, GoToTheFolderAsItWasSet) {
         const char16_t* path;
         const char16_t* folder;
     } cases[] = {{u"d:/work", u"d:\\work\\"},
-                 {u"d:/work/", u"d:\\work\\"},
+                 {u"d:/books/", u"d:\\books\\"},
                  {u"  d:\\work ", u"d:\\work\\"},
                  {u" d:\\work\\ ", u" d:\\work\\ "},
                  {u"/var/tmp", u"\\var\\tmp\\"},
