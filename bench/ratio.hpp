@@ -13,9 +13,20 @@
 
 namespace quill1xml::bench {
 
+/// Prints a line: the name, subject by baseline, the target (none when 0) and both in their unit.
+inline void printRatio(const std::string& name, double target, double subject, double baseline, const char* unit) {
+    const double ratio = subject / baseline;
+    std::printf("%-58s %6.2f", name.c_str(), ratio);
+    if (target > 0) std::printf("   target %4.2f%s", target, ratio > target ? "  MISSED" : "");
+    std::printf("   (%.0f %s, %.0f %s)\n", subject, unit, baseline, unit);
+}
+
 /// Measures pairs of operations by their processor time: repetitions of all take turns at random, medians are compared.
 class Ratios {
 public:
+    /// Operations that take seconds should be repeated less.
+    explicit Ratios(int repetitions = 25) : repetitions_(repetitions) {}
+
     /// Adds "name", whose subject should cost at most `target` times its baseline; 0 for a ratio without a target.
     /// What needs preparing is done by `prepare`, before each repetition and untimed.
     void add(
@@ -30,7 +41,7 @@ public:
     void run() {
         std::string program = "ratios";
         std::string interleaved = "--benchmark_enable_random_interleaving=true";
-        std::string repetitions = "--benchmark_repetitions=25";
+        std::string repetitions = "--benchmark_repetitions=" + std::to_string(repetitions_);
         std::string minimumTime = "--benchmark_min_time=0.02";
         char* arguments[] = {program.data(), interleaved.data(), repetitions.data(), minimumTime.data(), nullptr};
         int count = static_cast<int>(std::size(arguments)) - 1;
@@ -38,12 +49,8 @@ public:
         Reporter reporter;
         benchmark::RunSpecifiedBenchmarks(&reporter);
         for (const auto& [name, target] : pairs_) {
-            const double subject = median(reporter.times[subjectName(name)]);
-            const double baseline = median(reporter.times[baselineName(name)]);
-            const double ratio = subject / baseline;
-            std::printf("%-58s %6.2f", name.c_str(), ratio);
-            if (target > 0) std::printf("   target %4.2f%s", target, ratio > target ? "  MISSED" : "");
-            std::printf("   (%.0f ns, %.0f ns)\n", subject, baseline);
+            printRatio(name, target, median(reporter.times[subjectName(name)]),
+                       median(reporter.times[baselineName(name)]), "ns");
         }
     }
 
@@ -79,6 +86,7 @@ private:
         return *middle;
     }
 
+    int repetitions_;
     std::vector<std::pair<std::string, double>> pairs_;
 };
 

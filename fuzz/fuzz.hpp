@@ -36,9 +36,9 @@ class DiskFreeXml : public testing::ScriptedXml {
 public:
     std::u16string archive;  ///< the folder that every saved document must stay in, where one is given
 
-    std::unique_ptr<platform::Document> parse(Text text, std::shared_ptr<platform::Schema> schema,
+    std::unique_ptr<platform::Document> parse(std::u16string text, std::shared_ptr<platform::Schema> schema,
                                               platform::ParseError& error) override {
-        auto document = ScriptedXml::parse(text, std::move(schema), error);
+        auto document = ScriptedXml::parse(std::move(text), std::move(schema), error);
         return document ? std::make_unique<DiskFree>(*this, std::move(document)) : nullptr;
     }
 

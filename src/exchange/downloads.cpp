@@ -65,10 +65,11 @@ std::u16string form(Long storeId, std::initializer_list<std::pair<Text, Text>> f
 }
 
 std::shared_ptr<platform::Document> fetch(State& state, const Download& download, Text url, Text body) {
-    const auto reply = state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body));
+    // The bytes of a large reply are gone before its document is built.
+    std::u16string text =
+        platform::replyText(state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body)));
     platform::ParseError parseError;
-    std::shared_ptr<platform::Document> document =
-        state.environment.xml->parse(platform::replyText(reply), nullptr, parseError);
+    std::shared_ptr<platform::Document> document = state.environment.xml->parse(std::move(text), nullptr, parseError);
     if (document == nullptr) throw Error(applicationError, download.source, download.loadFailure);
     if (download.hasReceipt) {
         if (const auto receipts = document->select(u"Receipt"); !receipts.empty()) {

@@ -137,8 +137,9 @@ public:
     virtual ~Xml() = default;
 
     /// Parses text, whatever encoding it declares. Returns nothing and fills the error when it does not parse.
-    /// The schema, where one is given, serves Document::validate.
-    virtual std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema, ParseError& error) = 0;
+    /// The schema, where one is given, serves Document::validate. The text is taken over: a large one need not be held
+    /// beside its document.
+    virtual std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) = 0;
 
     /// As parse, from a file.
     virtual std::unique_ptr<Document> load(Text fileName, std::shared_ptr<Schema> schema, ParseError& error) = 0;

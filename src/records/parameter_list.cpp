@@ -11,7 +11,7 @@ namespace {
 
 std::shared_ptr<platform::Element> rootOf(const store::State& store, Text list) {
     platform::ParseError error;
-    const auto document = store.environment.xml->parse(list, nullptr, error);
+    const auto document = store.environment.xml->parse(std::u16string(list), nullptr, error);
     if (document == nullptr) throw Error(error.code, error.sourceText, error.reason);
     return document->root();
 }

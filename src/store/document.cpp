@@ -34,7 +34,7 @@ std::shared_ptr<platform::Schema> schemaOf(const State& state) {
 
 void parse(State& state, const std::shared_ptr<platform::Schema>& schema, Text text) {
     platform::ParseError error;
-    state.document = state.environment.xml->parse(text, schema, error);
+    state.document = state.environment.xml->parse(std::u16string(text), schema, error);
     state.documentLoaded = state.document != nullptr;
     if (state.documentLoaded) return;
     throw Error(applicationError, loadSource,

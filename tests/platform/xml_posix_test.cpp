@@ -18,7 +18,7 @@ class PosixXmlTest : public ::testing::Test {
 protected:
     ParseError failure(Text text) {
         ParseError error;
-        EXPECT_FALSE(xml_->parse(text, nullptr, error));
+        EXPECT_FALSE(xml_->parse(std::u16string(text), nullptr, error));
         return error;
     }
 
@@ -117,7 +117,7 @@ TEST_F(PosixXmlTest, SerialisedTextKeepsTheDeclarationWithoutEncoding) {
     };
     for (const auto& c : cases) {
         ParseError error;
-        const auto document = xml_->parse(c.text, nullptr, error);
+        const auto document = xml_->parse(std::u16string(c.text), nullptr, error);
         ASSERT_TRUE(document);
         EXPECT_EQ(document->xml(), c.expected);
     }

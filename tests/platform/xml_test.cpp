@@ -21,7 +21,7 @@ class XmlTest : public ::testing::Test {
 protected:
     std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema = nullptr) {
         ParseError error;
-        auto document = xml_->parse(text, std::move(schema), error);
+        auto document = xml_->parse(std::u16string(text), std::move(schema), error);
         if (!document) throw std::runtime_error("does not parse: " + utf8(error.reason));
         EXPECT_EQ(error.code, 0);
         return document;

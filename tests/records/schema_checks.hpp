@@ -26,7 +26,7 @@ public:
     /// Why a document is refused; empty when it is valid.
     std::string objection(Text document) {
         platform::ParseError error;
-        const auto parsed = xml_->parse(document, schema_, error);
+        const auto parsed = xml_->parse(std::u16string(document), schema_, error);
         if (parsed != nullptr) error = parsed->validate();
         return error ? utf8(error.reason) + " (" + utf8(error.sourceText) + ")" : std::string();
     }

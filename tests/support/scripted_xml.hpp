@@ -20,9 +20,9 @@ public:
     std::map<std::u16string, std::u16string> files;  ///< what load finds
     std::map<std::u16string, std::u16string> saved;  ///< what documents saved
 
-    std::unique_ptr<platform::Document> parse(Text text, std::shared_ptr<platform::Schema> schema,
+    std::unique_ptr<platform::Document> parse(std::u16string text, std::shared_ptr<platform::Schema> schema,
                                               platform::ParseError& error) override {
-        if (schema == nullptr) return real_->parse(text, nullptr, error);
+        if (schema == nullptr) return real_->parse(std::move(text), nullptr, error);
         error = parseError;
         if (error) return nullptr;
         auto document = real_->parse(text, nullptr, error);

@@ -58,9 +58,9 @@ class LibXml final : public Xml {
 public:
     explicit LibXml(std::shared_ptr<CurlHttp> http) : http_(std::move(http)) { xmlInitParser(); }
 
-    std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema, ParseError& error) override {
-        if (text.starts_with(u'\uFEFF')) text.remove_prefix(1);
-        const std::string utf8 = toUtf8(text);
+    std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) override {
+        const std::string utf8 = toUtf8(Text(text).substr(text.starts_with(u'\uFEFF') ? 1 : 0));
+        std::u16string().swap(text);
         TreeOwner tree = parseTree(utf8, SourceEncoding::utf8, error);
         if (!tree) {
             error.filePosition =

@@ -102,7 +102,7 @@ std::unique_ptr<Document> wrap(com::ComPtr<IXMLDOMDocument2> document, std::shar
 
 class Msxml final : public Xml {
 public:
-    std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema, ParseError& error) override {
+    std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) override {
         auto attached = std::dynamic_pointer_cast<MsxmlSchema>(schema);
         auto document = parseText(text, attached.get(), error);
         return wrap(std::move(document), std::move(attached), {});
