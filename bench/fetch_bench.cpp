@@ -106,7 +106,7 @@ void see(Date date) { see(date.days); }
 
 #define PROPERTY(dispid, Type, Name, ...) see(CLASS.Name());
 #define COLLECTION(dispid, Name, Class, child, builder) \
-    for (const Class& item : CLASS.Name()) read(item);
+    for (const Class& part : CLASS.Name()) read(part);
 #define CLASS item
 void read(const UserDefinedField& item) {
 #include "quill1xml/entities/user_defined_field.def"

@@ -4,7 +4,11 @@
 #include "automation/com/guid.hpp"
 #include "automation/com/identity.hpp"
 #include "platform/windows/com_support.hpp"
+#include "platform/windows/create_object.hpp"
+#include "platform/windows/dom.hpp"
+#include "platform/windows/xml_parsing.hpp"
 #include "quill1xml/text.hpp"
+#include "support/temp_folder.hpp"
 
 #include <windows.h>
 
@@ -13,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -190,18 +195,6 @@ private:
     Reaction reaction_;
 };
 
-/// The interface of hosts that declare an object As Collection. Not in an unnamed namespace: compilers would conclude
-/// that nothing implements it.
-struct DeclaredCollection : IDispatch {
-    virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0;
-    virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) = 0;
-    virtual HRESULT STDMETHODCALLTYPE Count(long* result) = 0;
-    virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0;
-    virtual HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) = 0;
-};
-
-inline constexpr IID iidCollection = {0xA4C46780, 0x499F, 0x101B, {0xBB, 0x78, 0x00, 0xAA, 0x00, 0x38, 0x3C, 0xBB}};
-
 /// The connection point of a Store's events.
 inline com::ComPtr<IConnectionPoint> storeEvents(IDispatch* store) {
     com::ComPtr<IConnectionPoint> point;
@@ -210,6 +203,78 @@ inline com::ComPtr<IConnectionPoint> storeEvents(IDispatch* store) {
         container->FindConnectionPoint(automation::guidOf(automation::findIdentity("Store")->events), point.put()),
         S_OK);
     return point;
+}
+
+/// Loads the server for each test.
+class Client : public ::testing::Test {
+protected:
+    Client() { EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK); }
+    ~Client() override { CoUninitialize(); }
+
+    LoadedServer server;
+};
+
+/// Beside a web store, which the environment names.
+class Exchange : public Client {
+protected:
+    void SetUp() override {
+        const char* const store = std::getenv("QUILL1XML_STORE_URL");
+        ASSERT_NE(store, nullptr) << "run beside a web store";
+        url = toUtf16(store);
+    }
+
+    std::u16string url;
+};
+
+/// Registered for the machine as long as it lives.
+struct Registration {
+    explicit Registration(const LoadedServer& of) : server(of) { EXPECT_EQ(server.install(true, L""), S_OK); }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+    ~Registration() { server.install(false, L""); }
+    const LoadedServer& server;
+};
+
+/// Packet files are UTF-16 with a byte-order mark.
+inline std::string packet(const TempFolder& folder, Text name) {
+    const std::string bytes = folder.bytes(name);
+    std::u16string text;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        text.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                             static_cast<unsigned char>(bytes[i + 1]) << 8));
+    }
+    return toUtf8(text);
+}
+
+/// The thread's error object: "source|description", empty when there is none.
+inline std::string toldToThread() {
+    com::ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.put()) != S_OK) return {};
+    com::Bstr source;
+    com::Bstr description;
+    info->GetSource(source.put());
+    info->GetDescription(description.put());
+    return toUtf8(source.text()) + '|' + toUtf8(description.text());
+}
+
+/// The identity that an object's type library gives it.
+inline GUID typeIdOf(IDispatch* object) {
+    com::ComPtr<ITypeInfo> info;
+    TYPEATTR* attributes = nullptr;
+    EXPECT_EQ(object->GetTypeInfo(0, english, info.put()), S_OK);
+    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    const GUID id = attributes->guid;
+    info->ReleaseTypeAttr(attributes);
+    return id;
+}
+
+/// Nodes of a document, as hosts pass them.
+inline Arg nodes(const char16_t* xml, const char16_t* path) {
+    const auto document =
+        platform::createObject<IXMLDOMDocument2>(platform::documentClass3, platform::iidXmlDomDocument2);
+    mustCall(document.get(), u"loadXML", {xml});
+    com::Variant list = mustCall(document.get(), u"selectNodes", {path});
+    return Arg::of(VT_DISPATCH, [&](VARIANT& place) { place = list.detach(); });
 }
 
 }  // namespace quill1xml::testing

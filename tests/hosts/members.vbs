@@ -30,9 +30,6 @@ builder.Concat 12
 results.WriteLine builder.length & "|" & builder.text
 
 Set orders = store.ReceiveOrders(1, "demo", "demo", WScript.Arguments(1) & "/orders")
-For Each order In orders
-    results.WriteLine order.OrderNumber
-Next
 results.WriteLine orders(1).LineItems(1).Price & "|" & orders.Item(1).LineItems.Item(1).SKU
 orders.Item orders.Count + 1
 Report
