@@ -2,20 +2,13 @@
 
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 
 namespace quill1xml::automation {
-namespace {
-
-bool equalIgnoringCase(std::string_view left, std::string_view right) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
-    return std::ranges::equal(left, right, {}, lower, lower);
-}
-
-}  // namespace
 
 std::span<const Class* const> classes() {
     static const Class* const all[] = {

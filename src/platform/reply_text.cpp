@@ -3,6 +3,7 @@
 #include "platform/declared_encoding.hpp"
 #include "platform/windows_1252.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -14,9 +15,7 @@ enum class Charset { utf8, utf16, utf16LittleEndian, utf16BigEndian, latin1, win
 
 std::string lowerCase(std::string_view text) {
     std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 0x20);
-    }
+    for (char& c : lower) c = asciiLower(c);
     return lower;
 }
 

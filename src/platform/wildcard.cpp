@@ -1,12 +1,13 @@
 #include "platform/wildcard.hpp"
 
+#include "text/letter_case.hpp"
+
 namespace quill1xml::platform {
 namespace {
 
 char16_t lowerCase(char16_t c) {
-    const bool ascii = c >= u'A' && c <= u'Z';
     const bool latin = c >= 0xC0 && c <= 0xDE && c != 0xD7;
-    return ascii || latin ? static_cast<char16_t>(c + 0x20) : c;
+    return latin ? static_cast<char16_t>(c + 0x20) : asciiLower(c);
 }
 
 }  // namespace

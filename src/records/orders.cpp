@@ -7,6 +7,7 @@
 #include "records/words.hpp"
 #include "store/methods.hpp"
 #include "text/date.hpp"
+#include "text/letter_case.hpp"
 #include "text/numbers.hpp"
 #include "text/xml_attribute.hpp"
 
@@ -137,14 +138,6 @@ const Record AddOrderLineItem = record<arguments::AddOrderLineItem>(u"OrderLineI
 namespace quill1xml::store::bodies {
 namespace {
 
-std::u16string upperCase(Text text) {
-    std::u16string upper(text);
-    std::ranges::transform(upper, upper.begin(), [](char16_t c) {
-        return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - (u'a' - u'A')) : c;
-    });
-    return upper;
-}
-
 std::u16string dateText(Date date) {
     std::u16string text;
     appendDateText(text, date);
@@ -162,7 +155,7 @@ std::u16string leftOut(const Parameter& parameter) {
 
 /// The value of a list attribute in an update.
 std::u16string updateValue(const State& state, const Parameter& parameter, const arguments::UpdateOrder& arguments) {
-    if (parameter.type == Type::date && upperCase(toUtf16(parameter.name)) == upperCase(arguments.strOrderStatus)) {
+    if (parameter.type == Type::date && equalIgnoringCase(Text(toUtf16(parameter.name)), arguments.strOrderStatus)) {
         const bool dated = parameter.name != "Order" && parameter.name != "RequiredDelivery";
         if (dated) return dateText(state.environment.clock->now());
     }

@@ -1,5 +1,6 @@
 #include "records/rendering.hpp"
 
+#include "quill1xml/error.hpp"
 #include "store/file_encoding.hpp"
 #include "store/state.hpp"
 #include "text/blanks.hpp"
@@ -9,6 +10,23 @@
 #include <cstdlib>
 
 namespace quill1xml::records {
+
+double Call::number(Field field) const {
+    switch (field.type) {
+        case Type::integer:
+        case Type::variantInteger: return number<Type::integer>(field);
+        case Type::longInteger: return number<Type::longInteger>(field);
+        case Type::floating: return number<Type::floating>(field);
+        case Type::boolean: return number<Type::boolean>(field);
+        case Type::date: return number<Type::date>(field);
+        case Type::currency: return number<Type::currency>(field);
+        case Type::text:
+        case Type::variantText:
+        case Type::node:
+        case Type::nodeList: break;
+    }
+    throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
+}
 
 void appendEncoded(TextBuffer& out, const Call& call, Text text, bool allExtended) {
     char16_t* const to = out.room((text.size() + 1) * XmlText::longestReplacement);

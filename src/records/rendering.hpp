@@ -24,10 +24,34 @@ struct Call {
     store::State& store;
     const void* arguments;
 
-    Text text(Field field) const;
-    double number(Field field) const;      ///< of any numeric, date or flag field; true is 1
-    Currency currency(Field field) const;  ///< of any numeric field; throws error 6 beyond the range
-    Date date(Field field) const;
+    Text text(Field field) const { return value<Text>(field); }
+
+    Date date(Field field) const { return value<Date>(field); }
+
+    /// Of any numeric field. Throws error 6 beyond the range.
+    Currency currency(Field field) const {
+        return field.type == Type::currency ? value<Currency>(field) : Currency::fromDouble(number(field));
+    }
+
+    /// Of any numeric, date or flag field; true is 1.
+    double number(Field field) const;
+
+    /// As number, of a field whose type is known when compiling.
+    template <Type type>
+    double number(Field field) const {
+        if constexpr (type == Type::integer || type == Type::variantInteger) return value<Integer>(field);
+        if constexpr (type == Type::longInteger) return value<Long>(field);
+        if constexpr (type == Type::floating) return value<Double>(field);
+        if constexpr (type == Type::boolean) return value<Boolean>(field) ? 1 : 0;
+        if constexpr (type == Type::date) return value<Date>(field).days;
+        if constexpr (type == Type::currency) return static_cast<double>(value<Currency>(field).tenThousandths) / 10000;
+    }
+
+private:
+    template <class Value>
+    const Value& value(Field field) const {
+        return *reinterpret_cast<const Value*>(static_cast<const unsigned char*>(arguments) + field.offset);
+    }
 };
 
 /// What a schema says of a value.

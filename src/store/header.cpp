@@ -43,7 +43,7 @@ void AddAdditionalParameters(State& state, const arguments::AddAdditionalParamet
     }
     TextBuffer text;
     text.append(state.storeElement);
-    records::appendAttributes(text, records::AddAdditionalParameters, {state, &arguments});
+    records::AddAdditionalParameters.writeAttributes(text, records::AddAdditionalParameters, {state, &arguments});
     // The blank before the bracket is part of the format.
     text.append(u" >");
     appendToTempFile(state, text.view(), firstPacket, true);

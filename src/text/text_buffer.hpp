@@ -37,12 +37,8 @@ public:
     Text view() const { return {data_.get(), size_}; }
 
 private:
-    void grow(std::size_t characters) {
-        capacity_ = std::max(size_ + characters, 2 * capacity_ + 256);
-        auto larger = std::make_unique_for_overwrite<char16_t[]>(capacity_);
-        std::copy_n(data_.get(), size_, larger.get());
-        data_ = std::move(larger);
-    }
+    /// Not inline, so that everything else is.
+    void grow(std::size_t characters);
 
     std::unique_ptr<char16_t[]> data_;
     std::size_t size_ = 0;

@@ -40,12 +40,15 @@ constexpr auto asciiReplacements = [] {
     return all;
 }();
 
-/// The ASCII characters that stay as they are.
-constexpr auto isPlain = [] {
-    std::array<bool, 0x80> all{};
-    std::ranges::transform(asciiReplacements, all.begin(), [](const Replacement& each) { return each.size == 1; });
-    return all;
-}();
+/// Whether an ASCII character stays as it is.
+bool isPlain(char16_t c) {
+    static constexpr auto plain = [] {
+        std::array<bool, 0x80> all{};
+        std::ranges::transform(asciiReplacements, all.begin(), [](const Replacement& each) { return each.size == 1; });
+        return all;
+    }();
+    return c < 0x80 && plain[c];
+}
 
 /// The reference to a code from 128 to 255.
 constexpr Replacement referenceTo(int code) {
@@ -92,12 +95,17 @@ char16_t* XmlText::write(char16_t* to, Text text, bool allExtended) const {
         if (is(leftSingle) || is(rightSingle)) return asciiReplacements[u'\''];
         return Replacement(c);
     };
-    for (const char16_t c : text) {
-        // Most characters stay: taking them one by one is quicker than by the size of a replacement.
-        if (c < 0x80 && isPlain[c]) {
-            *to++ = c;
-            continue;
+    const char16_t* from = text.data();
+    const char16_t* const end = from + text.size();
+    while (from != end) {
+        // Most characters stay.
+        for (; end - from >= 4 && isPlain(from[0]) && isPlain(from[1]) && isPlain(from[2]) && isPlain(from[3]);
+             from += 4) {
+            to = std::copy_n(from, 4, to);
         }
+        while (from != end && isPlain(*from)) *to++ = *from++;
+        if (from == end) break;
+        const char16_t c = *from++;
         const Replacement& replacement = c < 0x80 ? asciiReplacements[c] : extendedReplacement(c);
         std::ranges::copy(replacement.text, to);
         to += replacement.size;

@@ -4,6 +4,7 @@
 #include "platform/posix/parts.hpp"
 #include "platform/posix/xml_document.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <algorithm>
 
@@ -24,12 +25,7 @@ Long utf16Length(std::string_view utf8) {
     return length;
 }
 
-bool startsWith(Text text, Text lowerCasePrefix) {
-    return text.size() >= lowerCasePrefix.size() &&
-           std::equal(lowerCasePrefix.begin(), lowerCasePrefix.end(), text.begin(), [](char16_t expected, char16_t c) {
-               return expected == (c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 0x20) : c);
-           });
-}
+bool startsWith(Text text, Text prefix) { return equalIgnoringCase(text.substr(0, prefix.size()), prefix); }
 
 int hexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';

@@ -3,6 +3,7 @@
 #include "platform/windows/com_support.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <charconv>
 
@@ -11,9 +12,7 @@ namespace {
 
 std::string lowerCase(Text text) {
     std::string lower = toUtf8(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 0x20);
-    }
+    for (char& c : lower) c = asciiLower(c);
     return lower;
 }
 
