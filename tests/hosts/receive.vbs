@@ -15,7 +15,7 @@ End Sub
 Show store.ReceiveOrders(1, "demo", "demo", address)
 
 ' The text goes into a document of the host's own, of another version than the server's.
-Set parsed = CreateObject("MSXML2.DOMDocument.6.0")
+Set parsed = WScript.CreateObject("MSXML2.DOMDocument.6.0")
 parsed.loadXML store.ReceiveOrders(1, "demo", "demo", address, "XMLString")
 Show store.Orders(parsed.getElementsByTagName("Order"))
 
