@@ -303,53 +303,6 @@ TEST(Quotations, BeginWithALineBreak) {
                   std::string(100, 'x') + "\"/>\r\n<QuoteLineItem/></Quote>");
 }
 
-TEST(ExternalOrders, HaveLinesOfTheirOwn) {
-    arguments::AddExternalOrder full{.strOrderNumber = u"E&1", .dtmOrder = Date::of(2007, 3, 5)};
-    full.strEmailAddress = u"e";
-    full.strDebtorID = u"d";
-    full.strDeliveryContactName = u"n";
-    full.strDeliveryAddressLine1 = u"1";
-    full.strDeliveryAddressLine2 = u"2";
-    full.strDeliveryCity = u"c";
-    full.strDeliveryPostalCode = u"p";
-    full.strDeliveryStateProvince = u"s";
-    full.strDeliveryCountryCode = u"ZA";
-    full.strDeliveryContactNumber = u"3";
-    full.strDeliveryContactNumber2 = u"4";
-    full.strShippingMethod = u"m";
-    full.dblShippingCost = 12.5;
-    full.dblOrderDiscount = 0;
-    full.strMessage = u"<>";
-    full.dblShippingInsuranceCost = 0.25;
-    full.dblTax = 1;
-    full.strOrderStatus = u"Layaway";
-    full.dtmRequiredDelivery = Date::of(2007, 3, 6);
-    full.blnDeleted = true;
-    full.strPurchaseNumber = u"PO";
-    full.strDeliveryAddressLine3 = u"L3";
-    full.strDeliveryAddressLine4 = u"L4";
-    expectWritten({
-        {[&](Store& s) { s.AddExternalOrder(full); },
-         R"(<ExternalOrder OrderNumber="E&1" OrderDate="2007-03-05T00:00:00" EMailAddress="e" DebtorID="d" DeliveryContactName="n" DeliveryContactNumber="3" DeliveryContactNumber2="4" DeliveryAddressLine1="1" DeliveryAddressLine2="2" DeliveryAddressLine3="L3" DeliveryAddressLine4="L4" DeliveryCity="c" DeliveryPostalCode="p" DeliveryStateProvince="s" DeliveryCountryCode="ZA" ShippingMethod="m" ShippingCost=" 12.5" OrderDiscount=" 0" Message="&#60;&#62;" ShippingInsuranceCost=" .25" Tax=" 1" OrderStatus="Layaway" RequiredDeliveryDate="2007-03-06T00:00:00" Deleted="1" PurchaseNumber="PO"/>)"},
-        {[](Store& s) {
-             s.AddExternalOrder({u"1&2"});
-             s.AddExternalOrderLineItem({0});
-             s.AddExternalOrderLineItem({-1, u"S", u"D", -1, 2.5, -0.5, true});
-             s.LockExternalOrder();
-             s.AddExternalOrder({u"3"});
-         },
-         R"(<ExternalOrder OrderNumber="1&2"/><ExternalOrder OrderNumber="3"/><ExternalOrderLineItem OrderNumber="1&amp;2" LineNumber="0" Qty=" 0"/><ExternalOrderLineItem OrderNumber="1&amp;2" Sku="S" Description="D" Price=" 2.5" Tax="-.5" Deleted ="1"/>)"},
-    });
-    expectRefused({
-        {[](Store& s) { s.AddExternalOrder(); }, applicationError, "Quill1XML.Store.AddExternalOrder()",
-         "The ExternalOrder Number must cannot be empty."},
-        {[](Store& s) { s.AddExternalOrderLineItem({1}); }, applicationError,
-         "Quill1XML.Store.AddExternalOrderLineItem()", "The order number must 1 to 20 characters long."},
-        {[](Store& s) { s.LockExternalOrder(); }, applicationError, "Quill1XML.Store.LockExternalOrder()",
-         "No External Order has been created, or the current External Order has already been Locked."},
-    });
-}
-
 TEST(ExternalOrders, StayOpenUntilTheyAreLocked) {
     testing::FakeEnvironment fake;
     Store store(fake.environment());

@@ -3,12 +3,7 @@
 namespace quill1xml {
 namespace {
 
-using testing::expectRefused;
-using testing::expectWritten;
 using testing::utf8;
-
-const std::u16string x151(151, u'x');
-const std::u16string x256(256, u'x');
 
 /// Empty prices from one level to another.
 std::string noPrices(int first, int last) {
@@ -127,91 +122,6 @@ TEST(Products, LeaveOutWhatDoesNotFit) {
     const std::string product = lockedProduct({.strSKU = u"A", .strProductTypeID = u"12345678901", .strTaxCode = u""});
     EXPECT_EQ(product.find("ProductTypeID"), std::string::npos);
     EXPECT_EQ(product.find("TaxCode"), std::string::npos);
-}
-
-TEST(Products, HaveFreeStandingRecords) {
-    expectWritten({
-        {[](Store& s) {
-             s.AddProductPOSRebate(
-                 {u"A'1", true, false, true, false, true, false, true, false, true, false, true, false, true, false});
-         },
-         R"(<ProductPOSRebate  SKU="A&#39;1" AB="1" BC="0" MB="1" NB="0" NL="1" NU="0" NS="1" NT="0" ON="1" PE="0" QC="1" SK="0" YT="1" Other="0" />)"},
-        {[](Store& s) {
-             s.AddProductImage({u"A", u"a&b.jpg", 1, -1});
-         },
-         R"(<ProductImage ProductCode="A" FileName="a&amp;b.jpg" Rank="1" Deleted="1"/>)"},
-        {[](Store& s) {
-             s.AddProductLinking({u"P", u"C", -5, u"", true});
-         },
-         R"(<ProductLinking ParentProductID="P" ProductID="C" Ranking="-5" Deleted="1"/>)"},
-        {[](Store& s) {
-             s.AddProductLinking({u"P", u"C", 0, u"See", false});
-         },
-         R"(<ProductLinking ParentProductID="P" ProductID="C" Heading="See" Ranking="0"/>)"},
-    });
-    testing::FakeEnvironment fake;
-    Store store(fake.environment());
-    store.SetTempFilePath({u"P"});
-    store.SetPacketSize({2});
-    for (int i = 0; i < 5; ++i) store.AddProductImage({u"A", u"a", 1, 0});
-    EXPECT_EQ(fake.files->texts.size(), 1u);
-    EXPECT_EQ(fake.files->texts.count(u"P\\WebStoreProductImage1.tmp"), 1u);
-}
-
-TEST(Products, AreRefusedInTheirOwnWords) {
-    const char* sku = "The SKU may not be less than 1 or more than 255 characters in length.";
-    const char* product = "Quill1XML.Store.AddProduct()";
-    expectRefused({
-        {[](Store& s) { s.AddProduct(); }, applicationError, product, sku},
-        {[](Store& s) { s.AddProduct({x256}); }, applicationError, product, sku},
-        {[](Store& s) {
-             s.AddProduct({u"A"});
-             s.AddProduct({u"B"});
-         },
-         applicationError, product, "A new product may not be added if an existing one is still unlocked."},
-        {[](Store& s) { s.AddProduct({.strSKU = u"A", .strLngQuantityOnHand = u"ten"}); }, 13, "Quill1XML",
-         "Type mismatch: \"ten\" is not a number"},
-        {[](Store& s) { s.AddProduct({.strSKU = u"A", .strThumbNailFile = u"T\\gone.jpg"}); }, 53, "Quill1XML",
-         "File not found: T\\gone.jpg"},
-        {[](Store& s) { s.AddProductAttribute({0}); }, applicationError, "Quill1XML.Store.AddProductAttribute()",
-         "The Product Attribute Number 0 is not valid."},
-        {[](Store& s) {
-             s.AddProductPromotion({Date::of(2007, 3, 5, 14, 7, 9), Date::of(2007, 3, 5, 14, 7, 8)});
-         },
-         applicationError, "Quill1XML.Store.AddProductPromotion()",
-         "The Product Promotion End Date (2007-03-05T14:07:08) may not be before the Start Date "
-         "(2007-03-05T14:07:09)."},
-        {[](Store& s) { s.AddProductPOSRebate({u""}); }, applicationError, "Quill1XML.Store.AddProductPOSRebate()",
-         sku},
-        {[](Store& s) {
-             s.AddProductImage({u"", u"", 0, 0});
-         },
-         applicationError, "Quill1XML.Store.AddProductImage()",
-         "The product code may not be less than 1 or more than 255 characters in length."},
-        {[](Store& s) {
-             s.AddProductImage({u"A", u"", 0, 0});
-         },
-         applicationError, "Quill1XML.Store.AddProductImage()",
-         "The file name may not be less than 1 or more than 255 characters in length."},
-        {[](Store& s) {
-             s.AddProductImage({u"A", u"f", 0, 0});
-         },
-         applicationError, "Quill1XML.Store.AddProductImage()", "Image must have a ranking"},
-        {[](Store& s) {
-             s.AddProductLinking({u"", u"", 0, u"", false});
-         },
-         applicationError, "Quill1XML",
-         "Quill1XML.Store.AddProductLinking(): The product parent code may not be less than 1 or more than 255 "
-         "characters in length."},
-        {[](Store& s) {
-             s.AddProductLinking({u"P", x256, 0, u"", false});
-         },
-         applicationError, "Quill1XML",
-         "Quill1XML.Store.AddProductLinking(): The product code may not be less than 1 or more than 255 characters in "
-         "length."},
-        {[](Store& s) { s.LockProduct(); }, applicationError, "Quill1XML.Store.LockProduct()",
-         "No product has been created, or the current Product has already been Locked."},
-    });
 }
 
 TEST(Products, StayClosedAfterARefusalAndAfterALostWrite) {

@@ -1,0 +1,105 @@
+// Records as data: what calls write, or how they are refused, in the files of cases/.
+//
+// A case is a paragraph: lines of a job, then the text of the packets they leave, or "! number | source | description"
+// of the error that the last line ends in. "{x*50}" stands for 50 times "x"; a line that begins with "#" is a comment.
+#include "quill1xml/job.hpp"
+#include "support/fake_environment.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace quill1xml {
+namespace {
+
+struct Case {
+    std::string job;
+    std::string method;  ///< of the last line
+    int lines = 0;
+    std::string expected;
+};
+
+/// The line with every "{x*50}" written out.
+std::string expanded(const std::string& line) {
+    std::string text;
+    std::size_t end = 0;
+    for (std::size_t star = line.find('*'); star != std::string::npos; star = line.find('*', star + 1)) {
+        const std::size_t open = line.rfind('{', star);
+        const std::size_t close = line.find('}', star);
+        const std::string count = line.substr(star + 1, close - star - 1);
+        if (open == std::string::npos || count.find_first_not_of("0123456789") != std::string::npos) continue;
+        text.append(line, end, open - end);
+        for (int i = std::stoi(count); i > 0; --i) text.append(line, open + 1, star - open - 1);
+        end = close + 1;
+    }
+    return text.append(line, end);
+}
+
+Case read(std::istream& file) {
+    Case result;
+    for (std::string line; std::getline(file, line) && (!line.empty() || result.lines == 0);) {
+        if (line.empty() || line.starts_with('#')) continue;
+        if (line.starts_with("{\"")) {
+            result.job += expanded(line) + '\n';
+            result.method = line.substr(2, line.find('"', 2) - 2);
+            ++result.lines;
+        } else {
+            result.expected.append(result.expected.empty() ? "" : "\r\n").append(expanded(line));
+        }
+    }
+    return result;
+}
+
+/// What a case comes to, in the form of the files. A refusal must have been logged and leaves no packet.
+std::string outcomeOf(const Case& c) {
+    testing::FakeEnvironment fake;
+    std::istringstream in(c.job);
+    std::ostringstream out;
+    std::ostringstream err;
+    std::string packets;
+    const int status = cli::playJob(fake.environment(), {in, out, err, false});
+    for (const auto& [name, text] : fake.files->texts) packets += testing::utf8(text);
+    if (status == 0) return packets;
+    EXPECT_EQ(fake.log->entries.empty(), false);
+    EXPECT_EQ(packets, "");
+    return err.str();
+}
+
+/// An expected error as the command line reports it.
+std::string asReported(const Case& c) {
+    const std::size_t source = c.expected.find(" | ");
+    const std::size_t description = c.expected.find(" | ", source + 3);
+    return "line " + std::to_string(c.lines) + ": " + c.method + ": error " + c.expected.substr(2, source - 2) + " (" +
+           c.expected.substr(source + 3, description - source - 3) + "): " + c.expected.substr(description + 3) + "\n";
+}
+
+const std::filesystem::path folder = std::filesystem::path(__FILE__).parent_path() / "cases";
+
+std::vector<std::string> families() {
+    std::vector<std::string> names;
+    for (const auto& file : std::filesystem::directory_iterator(folder)) names.push_back(file.path().stem().string());
+    std::ranges::sort(names);
+    return names;
+}
+
+class RecordCases : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(RecordCases, ComeToWhatTheySay) {
+    std::ifstream file(folder / (GetParam() + ".cases"));
+    int count = 0;
+    for (Case c = read(file); c.lines > 0; c = read(file), ++count) {
+        EXPECT_EQ(outcomeOf(c), c.expected.starts_with("! ") ? asReported(c) : c.expected) << c.job;
+    }
+    EXPECT_GT(count, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, RecordCases, ::testing::ValuesIn(families()),
+                         [](const auto& family) { return family.param; });
+
+}  // namespace
+}  // namespace quill1xml
