@@ -1,9 +1,11 @@
 // Records as data: what calls write, or how they are refused, in the files of cases/.
 //
 // A case is a paragraph: lines of a job, then the text of the packets they leave, or "! number | source | description"
-// of the error that the last line ends in. "{x*50}" stands for 50 times "x"; a line that begins with "#" is a comment.
+// of the error that the last line ends in. "{x*50}" stands for 50 times "x", "<order Name='value'/>" for a whole list
+// of AddOrder, "<quotation .../>" for one of AddQuotation; a line that begins with "#" is a comment.
 #include "quill1xml/job.hpp"
 #include "support/fake_environment.hpp"
+#include "support/order_list.hpp"
 
 #include <gtest/gtest.h>
 
@@ -40,24 +42,50 @@ std::string expanded(const std::string& line) {
     return text.append(line, end);
 }
 
+void replaceAll(std::string& text, std::string_view from, std::string_view to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+}
+
+/// The call with "<order Name='value'/>" made a whole list, as a JSON string holds it.
+std::string withWholeList(std::string line, std::string_view start, std::u16string (*list)(const testing::Values&)) {
+    const std::size_t open = line.find(start);
+    if (open == std::string::npos) return line;
+    const std::size_t end = line.find("/>", open);
+    testing::Values values;
+    for (std::size_t name = open + start.size(); name < end;) {
+        const std::size_t value = line.find("='", name) + 2;
+        const std::size_t after = line.find('\'', value);
+        values[toUtf16(line.substr(name, value - 2 - name))] = toUtf16(line.substr(value, after - value));
+        name = line.find_first_not_of(' ', after + 1);
+    }
+    std::string whole = testing::utf8(list(values));
+    replaceAll(whole, "\"", "\\\"");
+    return line.replace(open, end + 2 - open, whole);
+}
+
 Case read(std::istream& file) {
     Case result;
     for (std::string line; std::getline(file, line) && (!line.empty() || result.lines == 0);) {
         if (line.empty() || line.starts_with('#')) continue;
         if (line.starts_with("{\"")) {
-            result.job += expanded(line) + '\n';
+            const std::string call = withWholeList(expanded(line), "<order ", testing::orderList);
+            result.job += withWholeList(call, "<quotation ", testing::quotationList) + '\n';
             result.method = line.substr(2, line.find('"', 2) - 2);
             ++result.lines;
         } else {
             result.expected.append(result.expected.empty() ? "" : "\r\n").append(expanded(line));
         }
     }
+    replaceAll(result.expected, "\\r\\n", "\r\n");
     return result;
 }
 
 /// What a case comes to, in the form of the files. A refusal must have been logged and leaves no packet.
 std::string outcomeOf(const Case& c) {
     testing::FakeEnvironment fake;
+    fake.files->bytes[u"T\\a.jpg"] = {0xFF, 0xD8, 0xFF, 0xE0};
     std::istringstream in(c.job);
     std::ostringstream out;
     std::ostringstream err;

@@ -1,11 +1,30 @@
-// Which packet files records fill that do not fill one of their own.
-#include "support/records.hpp"
+// The names of packet files, and which records share them.
+#include "quill1xml/store.hpp"
+#include "support/fake_environment.hpp"
+#include "support/order_list.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <string>
 
 namespace quill1xml {
 namespace {
 
+/// The packet files, by name, that calls leave in folder "T".
+std::map<std::string, std::string> filesWrittenBy(const std::function<void(Store&)>& calls) {
+    testing::FakeEnvironment fake;
+    Store store(fake.environment());
+    store.SetTempFilePath({u"T"});
+    calls(store);
+    std::map<std::string, std::string> files;
+    for (const auto& [name, text] : fake.files->texts) files[testing::utf8(name)] = testing::utf8(text);
+    return files;
+}
+
 TEST(Packets, OfOpenItemsFillIndependently) {
-    const auto files = testing::filesWrittenBy([](Store& s) {
+    const auto files = filesWrittenBy([](Store& s) {
         s.SetPacketSize({2});
         for (int i = 0; i < 3; ++i) s.AddOpenItemHeaderLayout({u"I"});
         s.AddOpenItemDetailLayout({u"I"});
@@ -20,7 +39,7 @@ TEST(Packets, OfOpenItemsFillIndependently) {
 }
 
 TEST(Packets, OfDocumentLinksFillTogether) {
-    const auto files = testing::filesWrittenBy([](Store& s) {
+    const auto files = filesWrittenBy([](Store& s) {
         s.SetPacketSize({2});
         s.AddOrderDocumentLink({1});
         s.AddTransactionDocumentLink({u"A"});
@@ -41,12 +60,28 @@ TEST(Packets, OfDocumentLinksFillTogether) {
 
 // Images are not counted: all of them go into one file.
 TEST(Packets, OfImagesNeverFill) {
-    const auto files = testing::filesWrittenBy([](Store& s) {
+    const auto files = filesWrittenBy([](Store& s) {
         s.SetPacketSize({2});
         for (int i = 0; i < 5; ++i) s.AddProductImage({u"A", u"a", 1, 0});
     });
     ASSERT_EQ(files.size(), 1u);
     EXPECT_EQ(files.begin()->first, "T\\WebStoreProductImage1.tmp");
+}
+
+TEST(Packets, OfOrdersAndQuotationsAreTheStoresOwn) {
+    const auto files = filesWrittenBy([](Store& s) {
+        s.SetStoreID({12});
+        s.SetPacketSize({2});
+        for (int i = 0; i < 3; ++i) {
+            s.AddOrder({testing::orderList({})});
+            s.LockOrder();
+        }
+        s.AddQuotation({testing::quotationList({})});
+        s.LockQuote();
+    });
+    std::string names;
+    for (const auto& [name, text] : files) names += name.substr(10) + " ";
+    EXPECT_EQ(names, "Order12_1.tmp Order12_2.tmp Quote12_1.tmp ");
 }
 
 }  // namespace

@@ -1,11 +1,17 @@
-#include "support/records.hpp"
+// Under which captions the log tells of a refused record.
+#include "quill1xml/store.hpp"
+#include "support/fake_environment.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
 
 namespace quill1xml {
 namespace {
 
-TEST(GeneralMasters, LogFailuresUnderTheirOwnCaptions) {
+TEST(LogCaptions, AreTheMethodsOwn) {
     const struct {
-        testing::Call call;
+        std::function<void(Store&)> call;
         const char16_t* caption;
     } cases[] = {
         {[](Store& s) { s.AddTax({}); }, u"\r\nError Description: The TaxCode"},
