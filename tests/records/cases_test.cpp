@@ -1,8 +1,9 @@
 // Records as data: what calls write, or how they are refused, in the files of cases/.
 //
-// A case is a paragraph: lines of a job, then the text of the packets they leave, or "! number | source | description"
-// of the error that the last line ends in. "{x*50}" stands for 50 times "x", "<order Name='value'/>" for a whole list
-// of AddOrder, "<quotation .../>" for one of AddQuotation; a line that begins with "#" is a comment.
+// A case is a paragraph: lines of a job, then the text of the packets they leave, in a line for each file where it
+// begins with the file's name, or "! number | source | description" of the error that the last line ends in. "{x*50}"
+// stands for 50 times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of
+// AddQuotation; a line that begins with "#" is a comment.
 #include "quill1xml/job.hpp"
 #include "support/fake_environment.hpp"
 #include "support/order_list.hpp"
@@ -24,6 +25,8 @@ struct Case {
     std::string method;  ///< of the last line
     int lines = 0;
     std::string expected;
+
+    bool namesFiles() const { return expected.starts_with("WebStore"); }
 };
 
 /// The line with every "{x*50}" written out.
@@ -91,7 +94,13 @@ std::string outcomeOf(const Case& c) {
     std::ostringstream err;
     std::string packets;
     const int status = cli::playJob(fake.environment(), {in, out, err, false});
-    for (const auto& [name, text] : fake.files->texts) packets += testing::utf8(text);
+    for (const auto& [name, text] : fake.files->texts) {
+        if (c.namesFiles()) {
+            packets.append(packets.empty() ? "" : "\r\n")
+                .append(testing::utf8(name.substr(name.rfind(u'\\') + 1)) + ": ");
+        }
+        packets += testing::utf8(text);
+    }
     if (status == 0) return packets;
     EXPECT_EQ(fake.log->entries.empty(), false);
     EXPECT_EQ(packets, "");

@@ -57,61 +57,15 @@ TEST(Packets, GoToTheDefaultFolderFromTheFirstRecordOn) {
     EXPECT_EQ(fake.files->texts, (FileTexts{{u"WebStoreTax7.tmp", u"in the current folder"}}));
 }
 
-TEST(Packets, FillAndAreNumberedByKind) {
-    const struct {
-        const char* what;
-        std::function<void(Store&)> call;
-        FileTexts files;
-    } cases[] = {
-        {"two to a packet",
-         [](Store& s) {
-             s.SetPacketSize({2});
-             for (const Text code : {u"A", u"B", u"C"}) addTax(s, code);
-         },
-         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")}, {u"T\\WebStoreTax2.tmp", tax(u"C")}}},
-        {"each kind for itself",
-         [](Store& s) {
-             s.SetPacketSize({2});
-             addTax(s, u"A");
-             s.AddTradingCountry({u"ZA", true});
-             addTax(s, u"B");
-             addTax(s, u"C");
-         },
-         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")},
-          {u"T\\WebStoreTax2.tmp", tax(u"C")},
-          {u"T\\WebStoreTradingCountry1.tmp", u"<TradingCountry CountryCode=\"ZA\" Deleted=\"1\"/>"}}},
-        {"a size that was passed already is never reached",
-         [](Store& s) {
-             s.SetPacketSize({5});
-             for (const Text code : {u"A", u"B", u"C"}) addTax(s, code);
-             s.SetPacketSize({2});
-             addTax(s, u"D");
-         },
-         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B") + tax(u"C") + tax(u"D")}}},
-        {"a refused record does not count",
-         [](Store& s) {
-             s.SetPacketSize({2});
-             addTax(s, u"A");
-             EXPECT_THROW(addTax(s, u""), Error);
-             addTax(s, u"B");
-         },
-         {{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")}}},
-        {"numbers go on after a cleanup",
-         [](Store& s) {
-             s.SetPacketSize({2});
-             for (const Text code : {u"A", u"B"}) addTax(s, code);
-             s.CleanupTempFiles();
-             addTax(s, u"C");
-         },
-         {{u"T\\WebStoreTax2.tmp", tax(u"C")}}},
-    };
-    for (const auto& c : cases) {
-        FakeEnvironment fake;
-        Store store(fake.environment());
-        store.SetTempFilePath({u"T"});
-        c.call(store);
-        EXPECT_EQ(fake.files->texts, c.files) << c.what;
-    }
+TEST(Packets, DoNotCountARefusedRecord) {
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    store.SetTempFilePath({u"T"});
+    store.SetPacketSize({2});
+    addTax(store, u"A");
+    EXPECT_THROW(addTax(store, u""), Error);
+    addTax(store, u"B");
+    EXPECT_EQ(fake.files->texts, (FileTexts{{u"T\\WebStoreTax1.tmp", tax(u"A") + tax(u"B")}}));
 }
 
 TEST(Packets, HoldAThousandRecordsWhenTheSizeIsTooSmall) {
