@@ -102,7 +102,7 @@ std::string outcomeOf(const Case& c) {
         packets += testing::utf8(text);
     }
     if (status == 0) return packets;
-    EXPECT_EQ(fake.log->entries.empty(), false);
+    EXPECT_FALSE(fake.log->entries.empty());
     EXPECT_EQ(packets, "");
     return err.str();
 }
