@@ -1,7 +1,7 @@
 // What encoding text for XML costs, against copying it and against two XML libraries doing the like.
-#include "platform/windows_1252.hpp"
 #include "quill1xml/text.hpp"
 #include "ratio.hpp"
+#include "text/windows_1252.hpp"
 #include "text/xml_text.hpp"
 
 #include <libxml/entities.h>
@@ -24,7 +24,7 @@ private:
 
 void addRatios(quill1xml::bench::Ratios& ratios, const std::string& kind, const std::u16string& text) {
     using namespace quill1xml;
-    const auto encoder = std::make_shared<XmlText>(platform::windows1252);
+    const auto encoder = std::make_shared<XmlText>(windows1252);
     const auto encode = [encoder, text, out = std::make_shared<std::u16string>()] {
         out->clear();
         encoder->encode(*out, text, false);

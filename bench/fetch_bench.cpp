@@ -1,5 +1,5 @@
 // What fetching orders costs beyond parsing them and reading the same attributes from the tree, in time and memory.
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 #include "quill1xml/store.hpp"
 #include "ratio.hpp"
 #include "support/temp_folder.hpp"
@@ -78,7 +78,7 @@ std::string ordersDocument() {
 }
 
 /// Answers every post with what a file holds, as a server would: bytes that nobody else keeps.
-class FileServer : public platform::Http {
+class FileServer : public ports::Http {
 public:
     explicit FileServer(std::string file) : file_(std::move(file)) {}
 
@@ -90,9 +90,10 @@ public:
         return content;
     }
 
-    platform::HttpReply post(Text, std::string_view, std::string_view) override {
+    ports::HttpReply post(Text, std::string_view, std::string_view) override {
         return {200, "text/xml; charset=utf-8", bytes()};
     }
+    ports::HttpReply get(Text) override { return {404, {}, {}}; }
 
 private:
     std::string file_;
@@ -174,7 +175,7 @@ int main() {
         std::printf("the document has %zu bytes\n", document.size());
     }
     const auto server = std::make_shared<FileServer>(file);
-    platform::Environment environment = platform::systemEnvironment();
+    ports::Environment environment = ports::systemEnvironment();
     environment.http = server;
     Store store(environment);
 

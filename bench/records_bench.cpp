@@ -1,5 +1,5 @@
 // What products and orders cost beyond appending their text, and whether records stay as cheap as the first.
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 #include "quill1xml/store.hpp"
 #include "ratio.hpp"
 #include "support/order_list.hpp"
@@ -175,7 +175,7 @@ int main() {
             std::filesystem::resize_file(file, 2);
         }
     };
-    const auto xml = platform::systemEnvironment().xml;
+    const auto xml = ports::systemEnvironment().xml;
     std::printf("a product has %zu bytes, an order %zu\n", productBytes.size(), orderBytes.size());
 
     bench::Ratios ratios;
@@ -185,8 +185,8 @@ int main() {
     ratios.add(
         "order of ten lines / parse its list, open, append, close", 1.6, [&] { addOrder(store, list); },
         [&] {
-            platform::ParseError error;
-            if (xml->parse(list, nullptr, error) == nullptr) std::abort();
+            ports::ParseError error;
+            if (xml->parse({{list}}, nullptr, error) == nullptr) std::abort();
             appendBytes(bareOrder, orderBytes);
         },
         truncate);

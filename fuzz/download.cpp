@@ -28,7 +28,7 @@ std::vector<Node> nodesOf(const Document& document) {
     return nodes;
 }
 
-void readAll(const automation::Class& of, const Node& node, const platform::Environment& environment) {
+void readAll(const automation::Class& of, const Node& node, const ports::Environment& environment) {
     const auto object = of.create(environment);
     for (const automation::Member& member : of.members) {
         automation::Arguments arguments(member);
@@ -44,7 +44,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::World world;
     world.xml->archive = u"A";
     world.http->replies.assign(6, {200, std::string(type), std::string(body)});
-    const platform::Environment environment = world.environment();
+    const ports::Environment environment = world.environment();
     Store store(environment);
     fuzz::attempt([&] { store.ReceiveCustomers({1, u"u", u"p", url, u"Collection", u"A"}); });
     fuzz::attempt([&] { store.ReceiveQuotations({1, u"u", u"p", url, u"Collection", u""}); });

@@ -36,19 +36,19 @@ class DiskFreeXml : public testing::ScriptedXml {
 public:
     std::u16string archive;  ///< the folder that every saved document must stay in, where one is given
 
-    std::unique_ptr<platform::Document> parse(std::u16string text, std::shared_ptr<platform::Schema> schema,
-                                              platform::ParseError& error) override {
+    std::unique_ptr<ports::Document> parse(std::u16string text, std::shared_ptr<ports::Schema> schema,
+                                           ports::ParseError& error) override {
         auto document = ScriptedXml::parse(std::move(text), std::move(schema), error);
         return document ? std::make_unique<DiskFree>(*this, std::move(document)) : nullptr;
     }
 
 private:
-    class DiskFree : public platform::Document {
+    class DiskFree : public ports::Document {
     public:
-        DiskFree(const DiskFreeXml& xml, std::unique_ptr<platform::Document> document)
+        DiskFree(const DiskFreeXml& xml, std::unique_ptr<ports::Document> document)
             : xml_(xml), document_(std::move(document)) {}
-        std::shared_ptr<platform::Element> root() const override { return document_->root(); }
-        std::vector<std::shared_ptr<platform::Element>> select(Text path) const override {
+        std::shared_ptr<ports::Element> root() const override { return document_->root(); }
+        std::vector<std::shared_ptr<ports::Element>> select(Text path) const override {
             return document_->select(path);
         }
         std::u16string xml() const override { return document_->xml(); }
@@ -59,18 +59,18 @@ private:
                                 fileName.find_first_of(u"\\/", start.size()) == Text::npos;
             if (!inside) find("leaves the archive: " + toUtf8(fileName));
         }
-        platform::ParseError validate() override { return document_->validate(); }
+        ports::ParseError validate() override { return document_->validate(); }
 
     private:
         const DiskFreeXml& xml_;
-        std::unique_ptr<platform::Document> document_;
+        std::unique_ptr<ports::Document> document_;
     };
 };
 
 struct World : testing::FakeEnvironment {
     std::shared_ptr<DiskFreeXml> xml = std::make_shared<DiskFreeXml>();
 
-    platform::Environment environment() const { return {files, log, clock, http, xml, system}; }
+    ports::Environment environment() const { return {files, log, clock, http, xml, system}; }
 
     /// Requires that no method has met an exception that it does not know.
     void inspect() const {

@@ -6,7 +6,7 @@ using namespace quill1xml;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto [type, body] = fuzz::firstLine(fuzz::textOf(data, size));
-    const platform::HttpReply reply{200, std::string(type), std::string(body)};
+    const ports::HttpReply reply{200, std::string(type), std::string(body)};
     fuzz::World world;
     world.xml->archive = u"A";
     world.files->bytes[u"D\\a.gif"] = {'A'};

@@ -89,7 +89,7 @@ std::span<const Download> downloads() {
     return all;
 }
 
-int fetch(const platform::Environment& environment, const Download& download, const FetchOptions& options,
+int fetch(const ports::Environment& environment, const Download& download, const FetchOptions& options,
           std::ostream& out, std::ostream& err) {
     try {
         Store store(environment);

@@ -1,7 +1,7 @@
 // Fetching what shoppers did, as JSON, XML or a table.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 #include "quill1xml/record_table.hpp"
 
 #include <cstddef>
@@ -39,7 +39,7 @@ struct FetchOptions {
 
 /// Writes what was fetched to out, or the error to err and then nothing to out. Returns the exit status: 0, or 1 after
 /// an error.
-int fetch(const platform::Environment& environment, const Download& download, const FetchOptions& options,
+int fetch(const ports::Environment& environment, const Download& download, const FetchOptions& options,
           std::ostream& out, std::ostream& err);
 
 }  // namespace quill1xml::cli

@@ -66,7 +66,7 @@ struct Place {
 
 class Job {
 public:
-    Job(const platform::Environment& environment, const Streams& streams)
+    Job(const ports::Environment& environment, const Streams& streams)
         : store_(environment), streams_(streams), progress_(streams.err, streams.terminal) {
         store_.onPacketUploaded([this](Text name, Long number) { progress_.packet(name, number); });
     }
@@ -133,8 +133,6 @@ private:
 
 }  // namespace
 
-int playJob(const platform::Environment& environment, const Streams& streams) {
-    return Job(environment, streams).play();
-}
+int playJob(const ports::Environment& environment, const Streams& streams) { return Job(environment, streams).play(); }
 
 }  // namespace quill1xml::cli

@@ -7,7 +7,7 @@
 //     {"Send":{}}
 #pragma once
 
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 
 #include <istream>
 #include <ostream>
@@ -22,6 +22,6 @@ struct Streams {
 };
 
 /// Plays the job to its end or to its first error. Returns the exit status: 0, or 1 after an error.
-int playJob(const platform::Environment& environment, const Streams& streams);
+int playJob(const ports::Environment& environment, const Streams& streams);
 
 }  // namespace quill1xml::cli

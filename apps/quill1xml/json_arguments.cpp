@@ -54,21 +54,23 @@ Date dateOf(const json& value, const Parameter& parameter) {
 
 void set(automation::Arguments& arguments, std::size_t index, const Parameter& parameter, const json& value) {
     switch (parameter.type) {
-        case Type::text:
-        case Type::variantText: arguments.setText(index, textOf(value, parameter, "a string")); break;
-        case Type::integer:
-        case Type::longInteger: arguments.setWhole(index, wholeOf(value, parameter)); break;
-        case Type::variantInteger:
+        case ParameterType::text:
+        case ParameterType::variantText: arguments.setText(index, textOf(value, parameter, "a string")); break;
+        case ParameterType::integer:
+        case ParameterType::longInteger: arguments.setWhole(index, wholeOf(value, parameter)); break;
+        case ParameterType::variantInteger:
             // A Boolean in a variant is the integer -1 or 0.
             arguments.setWhole(index,
                                value.is_boolean() ? -static_cast<int>(value.get<bool>()) : wholeOf(value, parameter));
             break;
-        case Type::floating: arguments.setDouble(index, numberOf(value, parameter)); break;
-        case Type::currency: arguments.setCurrency(index, Currency::fromDouble(numberOf(value, parameter))); break;
-        case Type::boolean: arguments.setBoolean(index, flagOf(value, parameter)); break;
-        case Type::date: arguments.setDate(index, dateOf(value, parameter)); break;
-        case Type::node:
-        case Type::nodeList: wrongType(parameter, "elements of a document, which JSON cannot hold");
+        case ParameterType::floating: arguments.setDouble(index, numberOf(value, parameter)); break;
+        case ParameterType::currency:
+            arguments.setCurrency(index, Currency::fromDouble(numberOf(value, parameter)));
+            break;
+        case ParameterType::boolean: arguments.setBoolean(index, flagOf(value, parameter)); break;
+        case ParameterType::date: arguments.setDate(index, dateOf(value, parameter)); break;
+        case ParameterType::node:
+        case ParameterType::nodeList: wrongType(parameter, "elements of a document, which JSON cannot hold");
     }
 }
 

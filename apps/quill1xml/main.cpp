@@ -38,8 +38,7 @@ void addRun(CLI::App& app, Action& action) {
                 if (!opened) throw std::runtime_error("cannot read the job file " + *file);
             }
             std::istream& in = *file == "-" ? std::cin : opened;
-            return cli::playJob(platform::systemEnvironment(),
-                                {in, std::cout, std::cerr, cli::errorOutputIsTerminal()});
+            return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()});
         };
     });
 }
@@ -104,7 +103,7 @@ void addFetch(CLI::App& app, Action& action) {
                 given.archive = withoutSeparator(given.archive);
                 if (!download.byCustomer) given.password = cli::readPassword(command->passwordFile, given.user);
                 if (cli::outputIsTerminal()) given.width = cli::terminalWidth();
-                return cli::fetch(platform::systemEnvironment(), download, given, std::cout, std::cerr);
+                return cli::fetch(ports::systemEnvironment(), download, given, std::cout, std::cerr);
             };
         });
     }
@@ -139,7 +138,7 @@ void addSendImages(CLI::App& app, Action& action) {
             cli::ImageOptions& given = command->options;
             given.folder = withoutSeparator(given.folder);
             given.password = cli::readPassword(command->passwordFile, given.user);
-            return cli::sendImages(platform::systemEnvironment(), given, std::cout, std::cerr);
+            return cli::sendImages(ports::systemEnvironment(), given, std::cout, std::cerr);
         };
     });
 }

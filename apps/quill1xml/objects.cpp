@@ -12,8 +12,8 @@ namespace {
     throw Error(error.number(), error.source(), toUtf16(place) + error.description());
 }
 
-const platform::Environment& environmentOf(const automation::Collection& collection) {
-    static const platform::Environment system = platform::systemEnvironment();
+const ports::Environment& environmentOf(const automation::Collection& collection) {
+    static const ports::Environment system = ports::systemEnvironment();
     return collection.environment != nullptr ? *collection.environment : system;
 }
 

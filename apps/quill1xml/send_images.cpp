@@ -12,7 +12,7 @@ std::string imageCount(std::size_t count) { return std::to_string(count) + (coun
 
 }  // namespace
 
-int sendImages(const platform::Environment& environment, const ImageOptions& options, std::ostream& out,
+int sendImages(const ports::Environment& environment, const ImageOptions& options, std::ostream& out,
                std::ostream& err) {
     const std::u16string folder = toUtf16(options.folder);
     const std::u16string spec = toUtf16(options.spec);

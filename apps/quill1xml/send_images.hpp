@@ -1,7 +1,7 @@
 // Sending product images.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 
 #include <ostream>
 #include <string>
@@ -23,7 +23,7 @@ struct ImageOptions {
 
 /// Writes how many files match, sends them and writes that they were sent to out, or the error to err. Returns the exit
 /// status: 0, or 1 after an error, which leaves what was sent before it in the store.
-int sendImages(const platform::Environment& environment, const ImageOptions& options, std::ostream& out,
+int sendImages(const ports::Environment& environment, const ImageOptions& options, std::ostream& out,
                std::ostream& err);
 
 }  // namespace quill1xml::cli

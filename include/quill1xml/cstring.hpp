@@ -3,23 +3,18 @@
 
 #include "quill1xml/types.hpp"
 
-#include <memory>
 #include <string>
 
 namespace quill1xml {
 
-namespace platform {
-class System;
-}
-
-/// Accumulates text in the single-byte ANSI code page (Windows-1252 where the system has none).
-/// It does not log errors.
+/// Accumulates text in a single-byte code page. It does not log errors.
 class CString {
 public:
+    /// A builder with Windows-1252.
     CString();
 
-    /// A builder with the code page of the given system.
-    explicit CString(std::shared_ptr<platform::System> system);
+    /// A builder with the given code page, such as that of the system: systemEnvironment().system->codePage().
+    explicit CString(const CodePage& codePage);
 
     /// Appends text. Throws error 6 (Overflow), and appends nothing, when a character has no byte in the code page.
     void concat(Text s);
@@ -34,7 +29,7 @@ public:
     void reset();
 
 private:
-    std::shared_ptr<platform::System> system_;
+    CodePage codePage_;
     Bytes bytes_;
 };
 

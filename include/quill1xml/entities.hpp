@@ -23,7 +23,7 @@
 
 namespace quill1xml {
 
-namespace platform {
+namespace ports {
 struct Environment;
 }
 
@@ -43,17 +43,17 @@ public:
     Entity() = default;
 
     /// An object over a node. The environment's log hears of failures; without one the system's does.
-    Entity(Node node, std::shared_ptr<const platform::Environment> environment);
+    Entity(Node node, std::shared_ptr<const ports::Environment> environment);
 
     /// Sets or replaces the wrapped node.
     void Initialise(Node node);
 
     const Node& node() const noexcept { return node_; }
-    const std::shared_ptr<const platform::Environment>& environment() const noexcept { return environment_; }
+    const std::shared_ptr<const ports::Environment>& environment() const noexcept { return environment_; }
 
 private:
     Node node_;
-    std::shared_ptr<const platform::Environment> environment_;
+    std::shared_ptr<const ports::Environment> environment_;
 };
 
 #define PROPERTY(dispid, Type, Name, ...) property_types::Type Name() const;

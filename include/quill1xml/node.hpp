@@ -11,16 +11,16 @@
 
 namespace quill1xml {
 
-namespace platform {
+namespace ports {
 class Document;
 class Element;
-}  // namespace platform
+}  // namespace ports
 
 /// One element of a document, which lives as long as any of its nodes. An empty node wraps nothing.
 class Node {
 public:
     Node() = default;
-    explicit Node(std::shared_ptr<platform::Element> element);
+    explicit Node(std::shared_ptr<ports::Element> element);
 
     bool empty() const noexcept { return element_ == nullptr; }
 
@@ -31,10 +31,10 @@ public:
     /// The child elements of that name, in document order. Throws as attribute.
     std::vector<Node> children(Text name) const;
 
-    const std::shared_ptr<platform::Element>& element() const noexcept { return element_; }
+    const std::shared_ptr<ports::Element>& element() const noexcept { return element_; }
 
 private:
-    std::shared_ptr<platform::Element> element_;
+    std::shared_ptr<ports::Element> element_;
 };
 
 /// Nodes that are only looked at during the call they are passed to.
@@ -44,7 +44,7 @@ using NodeList = std::span<const Node>;
 class Document {
 public:
     Document() = default;
-    explicit Document(std::shared_ptr<platform::Document> document);
+    explicit Document(std::shared_ptr<ports::Document> document);
 
     /// The elements at a path of names from the root, such as "Store/Order", in document order, whatever their
     /// namespace. Throws error 91 on an empty document.
@@ -53,10 +53,10 @@ public:
     /// The document's text. Throws error 91 on an empty document.
     std::u16string xml() const;
 
-    const std::shared_ptr<platform::Document>& document() const noexcept { return document_; }
+    const std::shared_ptr<ports::Document>& document() const noexcept { return document_; }
 
 private:
-    std::shared_ptr<platform::Document> document_;
+    std::shared_ptr<ports::Document> document_;
 };
 
 }  // namespace quill1xml

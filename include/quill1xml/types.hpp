@@ -1,6 +1,7 @@
 // The value types of the public interface. They match the automation types that hosts pass.
 #pragma once
 
+#include <array>
 #include <compare>
 #include <cstdint>
 #include <string>
@@ -18,6 +19,9 @@ using Boolean = bool;
 using VariantText = Text;        ///< text that automation hosts pass in a variant
 using VariantInteger = Integer;  ///< 16-bit integer that automation hosts pass in a variant
 using Bytes = std::vector<std::uint8_t>;
+
+/// The character of each byte of a single-byte code page.
+using CodePage = std::array<char16_t, 256>;
 
 /// An automation date: days since 30 December 1899, the time of day as the fraction. Local time, no zone.
 /// A negative date counts its time of day forward from midnight, so -1.25 is 29 December 1899, 06:00.

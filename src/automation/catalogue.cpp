@@ -54,7 +54,7 @@ void Arguments::setWhole(std::size_t parameter, std::int64_t value) {
         }
         store(parameter, static_cast<Whole>(value));
     };
-    if (member_.parameters[parameter].type == Type::longInteger) {
+    if (member_.parameters[parameter].type == ParameterType::longInteger) {
         put(Long{});
     } else {
         put(Integer{});

@@ -2,8 +2,8 @@
 // know of them. Everything in it comes from the declarations.
 #pragma once
 
-#include "platform/platform.hpp"
 #include "quill1xml/node.hpp"
+#include "quill1xml/ports.hpp"
 #include "quill1xml/types.hpp"
 #include "store/parameters.hpp"
 
@@ -26,8 +26,8 @@ struct Class;
 struct Collection {
     const Class* itemClass = nullptr;
     std::vector<Node> nodes;
-    std::shared_ptr<const platform::Environment> environment;  ///< null for the system's
-    std::string_view label;                                    ///< of the error log, for a failure to make the objects
+    std::shared_ptr<const ports::Environment> environment;  ///< null for the system's
+    std::string_view label;                                 ///< of the error log, for a failure to make the objects
 };
 
 /// A result or an event argument.
@@ -81,7 +81,7 @@ struct Class {
     std::span<const Event> events{};
 
     /// Makes an object of the class. An entity wraps nothing until its member Initialise is called.
-    std::shared_ptr<void> (*create)(const platform::Environment& environment) = nullptr;
+    std::shared_ptr<void> (*create)(const ports::Environment& environment) = nullptr;
 
     /// Tells an object of the class where its events go; null for a class without events.
     void (*connect)(void* object, EventSink sink) = nullptr;

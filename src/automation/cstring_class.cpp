@@ -8,7 +8,7 @@ namespace {
 
 CString& self(void* object) { return *static_cast<CString*>(object); }
 
-constexpr Parameter concatParameters[] = {{"s", Type::text, true, 0}};
+constexpr Parameter concatParameters[] = {{"s", ParameterType::text, true, 0}};
 constexpr Text noText;
 
 const Member members[] = {
@@ -43,8 +43,8 @@ const Member members[] = {
      }},
 };
 
-std::shared_ptr<void> create(const platform::Environment& environment) {
-    return std::make_shared<CString>(environment.system);
+std::shared_ptr<void> create(const ports::Environment& environment) {
+    return std::make_shared<CString>(environment.system->codePage());
 }
 
 }  // namespace

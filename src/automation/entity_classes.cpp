@@ -72,8 +72,8 @@ Member initialise(std::span<const Parameter> parameter) {
 }
 
 template <class Object>
-std::shared_ptr<void> create(const platform::Environment& environment) {
-    return std::make_shared<Object>(Node{}, std::make_shared<const platform::Environment>(environment));
+std::shared_ptr<void> create(const ports::Environment& environment) {
+    return std::make_shared<Object>(Node{}, std::make_shared<const ports::Environment>(environment));
 }
 
 template <class Item>
@@ -113,9 +113,9 @@ Value toValue(std::vector<UserDefinedField>&& items, std::string_view label) {
         [] { return std::string_view("Method: Quill1XML." CLASS_NAME "." builder "()"); }),
 
 /// Defines the function that returns a class whose rows stand between begin and end.
-#define QUILL1XML_BEGIN_CLASS(function, nodeParameter)                                   \
-    const Class& function() {                                                            \
-        static constexpr Parameter parameter[] = {{nodeParameter, Type::node, true, 0}}; \
+#define QUILL1XML_BEGIN_CLASS(function, nodeParameter)                                            \
+    const Class& function() {                                                                     \
+        static constexpr Parameter parameter[] = {{nodeParameter, ParameterType::node, true, 0}}; \
         static const Member members[] = { initialise<CLASS>(parameter),
 #define QUILL1XML_END_CLASS(about)                                                                                    \
     }                                                                                                                 \

@@ -53,17 +53,17 @@ std::string cell(std::string text) {
 std::string defaultText(const Member& member, const Parameter& parameter) {
     if (parameter.required) return "required";
     switch (parameter.type) {
-        case Type::text:
-        case Type::variantText: return "\"" + toUtf8(defaultOf<Text>(member, parameter)) + "\"";
-        case Type::integer:
-        case Type::variantInteger: return std::to_string(defaultOf<Integer>(member, parameter));
-        case Type::longInteger: return std::to_string(defaultOf<Long>(member, parameter));
-        case Type::floating: return numberText(defaultOf<Double>(member, parameter));
-        case Type::boolean: return defaultOf<Boolean>(member, parameter) ? "True" : "False";
-        case Type::date: return "the zero date";
-        case Type::currency: return "0";
-        case Type::node:
-        case Type::nodeList: break;
+        case ParameterType::text:
+        case ParameterType::variantText: return "\"" + toUtf8(defaultOf<Text>(member, parameter)) + "\"";
+        case ParameterType::integer:
+        case ParameterType::variantInteger: return std::to_string(defaultOf<Integer>(member, parameter));
+        case ParameterType::longInteger: return std::to_string(defaultOf<Long>(member, parameter));
+        case ParameterType::floating: return numberText(defaultOf<Double>(member, parameter));
+        case ParameterType::boolean: return defaultOf<Boolean>(member, parameter) ? "True" : "False";
+        case ParameterType::date: return "the zero date";
+        case ParameterType::currency: return "0";
+        case ParameterType::node:
+        case ParameterType::nodeList: break;
     }
     return {};
 }

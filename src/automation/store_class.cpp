@@ -70,21 +70,20 @@ Member member(Long dispid, std::string_view name, std::string_view summary, cons
 
 std::span<const Member> members() {
     static const Member all[] = {
-#define QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, record) \
+#define ENTRY(dispid, Result, Name, summary, record) \
     member<arguments::Name, Result, &Store::Name>(dispid, #Name, summary, record),
-#define METHOD(dispid, Result, Name, summary, ...) QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, nullptr)
-#define BUILDER(dispid, Result, Name, summary, ...) \
-    QUILL1XML_MEMBER_ENTRY(dispid, Result, Name, summary, &records::Name)
-#define RECORD(dispid, Name, summary, ...) QUILL1XML_MEMBER_ENTRY(dispid, void, Name, summary, &records::Name)
+#define METHOD(dispid, Result, Name, summary) ENTRY(dispid, Result, Name, summary, nullptr)
+#define BUILDER(dispid, Result, Name, summary) ENTRY(dispid, Result, Name, summary, &records::Name)
+#define RECORD(dispid, Name, summary) ENTRY(dispid, void, Name, summary, &records::Name)
 #include "quill1xml/methods/all.def"
-#undef QUILL1XML_MEMBER_ENTRY
+#undef ENTRY
     };
     return all;
 }
 
 std::span<const Event> events() {
-    static constexpr Parameter parameters[] = {{"strTempFileName", Type::text, true, 0},
-                                               {"lngImportNumber", Type::longInteger, true, 0}};
+    static constexpr Parameter parameters[] = {{"strTempFileName", ParameterType::text, true, 0},
+                                               {"lngImportNumber", ParameterType::longInteger, true, 0}};
     static const Event all[] = {
         {.dispid = 1,
          .name = "PacketUploaded",
@@ -93,7 +92,7 @@ std::span<const Event> events() {
     return all;
 }
 
-std::shared_ptr<void> create(const platform::Environment& environment) { return std::make_shared<Store>(environment); }
+std::shared_ptr<void> create(const ports::Environment& environment) { return std::make_shared<Store>(environment); }
 
 void connect(void* object, EventSink sink) {
     static_cast<Store*>(object)->onPacketUploaded([sink = std::move(sink)](Text tempFileName, Long importNumber) {

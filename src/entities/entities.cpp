@@ -1,8 +1,8 @@
 #include "quill1xml/entities.hpp"
 
 #include "entities/getters.hpp"
-#include "platform/platform.hpp"
-#include "store/trap.hpp"
+#include "quill1xml/ports.hpp"
+#include "store/error_log.hpp"
 
 #include <string_view>
 #include <utility>
@@ -17,6 +17,7 @@ using entities::readDouble;
 using entities::readInteger;
 using entities::readLong;
 using entities::readText;
+namespace labels = store::labels;
 
 /// The names of a property's attribute and label, where they are not its own.
 struct Names {
@@ -28,15 +29,15 @@ constexpr Names named(std::u16string_view attribute, std::string_view label, con
     return {own.attribute.empty() ? attribute : own.attribute, own.label.empty() ? label : own.label};
 }
 
-const platform::Environment& environmentOf(const Entity& entity) {
-    static const platform::Environment system = platform::systemEnvironment();
+const ports::Environment& environmentOf(const Entity& entity) {
+    static const ports::Environment system = ports::systemEnvironment();
     return entity.environment() != nullptr ? *entity.environment() : system;
 }
 
 /// Runs a getter in the error trap of its property.
 template <class Read>
 auto get(const Entity& entity, std::string_view classLabel, std::string_view property, const Read& read) {
-    return store::trapped(environmentOf(entity), {.text = classLabel, .property = property}, read);
+    return store::logged(environmentOf(entity), {.text = classLabel, .property = property}, read);
 }
 
 template <class Item>
@@ -48,7 +49,7 @@ std::vector<Item> children(const Entity& entity, Text name) {
 
 }  // namespace
 
-Entity::Entity(Node node, std::shared_ptr<const platform::Environment> environment)
+Entity::Entity(Node node, std::shared_ptr<const ports::Environment> environment)
     : node_(std::move(node)), environment_(std::move(environment)) {}
 
 void Entity::Initialise(Node node) { node_ = std::move(node); }
@@ -64,37 +65,37 @@ void Entity::Initialise(Node node) { node_ = std::move(node); }
     }
 
 #define CLASS Customer
-#define CLASS_LABEL "Method: Quill1XML.Customer."
+#define CLASS_LABEL labels::customer
 #include "quill1xml/entities/customer.def"
 #undef CLASS
 #undef CLASS_LABEL
 
 #define CLASS UserDefinedField
-#define CLASS_LABEL "Method: Quill1XML.UserDefinedField."
+#define CLASS_LABEL labels::userDefinedField
 #include "quill1xml/entities/user_defined_field.def"
 #undef CLASS
 #undef CLASS_LABEL
 
 #define CLASS OrderLineItem
-#define CLASS_LABEL "Method: Quill1XML.OrderLineItem."
+#define CLASS_LABEL labels::orderLineItem
 #include "quill1xml/entities/order_line_item.def"
 #undef CLASS
 #undef CLASS_LABEL
 
 #define CLASS Order
-#define CLASS_LABEL "Method: Quill1XML.Order."
+#define CLASS_LABEL labels::order
 #include "quill1xml/entities/order.def"
 #undef CLASS
 #undef CLASS_LABEL
 
 #define CLASS QuotationLineItem
-#define CLASS_LABEL "Method: Quill1XML.QuoteLineItem."
+#define CLASS_LABEL labels::quotationLineItem
 #include "quill1xml/entities/quotation_line_item.def"
 #undef CLASS
 #undef CLASS_LABEL
 
 #define CLASS Quotation
-#define CLASS_LABEL "Method: Quill1XML.Quotation."
+#define CLASS_LABEL labels::quotation
 #include "quill1xml/entities/quotation.def"
 #undef CLASS
 #undef CLASS_LABEL

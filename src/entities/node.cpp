@@ -1,6 +1,6 @@
 #include "quill1xml/node.hpp"
 
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 
 #include <utility>
 
@@ -15,7 +15,7 @@ auto& notNull(const Pointer& pointer) {
 
 }  // namespace
 
-Node::Node(std::shared_ptr<platform::Element> element) : element_(std::move(element)) {}
+Node::Node(std::shared_ptr<ports::Element> element) : element_(std::move(element)) {}
 
 std::optional<std::u16string> Node::attribute(Text name) const { return notNull(element_).attribute(name); }
 
@@ -25,7 +25,7 @@ std::vector<Node> Node::children(Text name) const {
     return nodes;
 }
 
-Document::Document(std::shared_ptr<platform::Document> document) : document_(std::move(document)) {}
+Document::Document(std::shared_ptr<ports::Document> document) : document_(std::move(document)) {}
 
 std::vector<Node> Document::select(Text path) const {
     std::vector<Node> nodes;

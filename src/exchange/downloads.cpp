@@ -1,12 +1,12 @@
 // Downloads: customers, orders, quotations and offline product lists, and objects over their elements.
 
 #include "exchange/receipt.hpp"
-#include "platform/reply_text.hpp"
 #include "quill1xml/text.hpp"
-#include "store/methods.hpp"
-#include "store/trap.hpp"
+#include "store/perform.hpp"
+#include "store/required.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
+#include "text/reply_text.hpp"
 
 #include <algorithm>
 #include <type_traits>
@@ -46,13 +46,13 @@ std::u16string stampOf(const std::u16string& dateCreated) {
     return stamp;
 }
 
-void archive(const platform::Document& document, Text folder) {
-    const auto root = exchange::requiredElement(document, u"Store");
+void archive(const ports::Document& document, Text folder) {
+    const auto root = requiredElement(document, u"Store");
     std::u16string fileName(folder);
     fileName.append(u"\\WebStore");
-    appendInteger(fileName, toLong(exchange::requiredAttribute(*root, u"StoreID")));
-    const auto envelope = exchange::requiredElement(document, u"Store/Envelope");
-    fileName.append(u"-").append(stampOf(exchange::requiredAttribute(*envelope, u"DateCreated"))).append(u".xml");
+    appendInteger(fileName, toLong(requiredAttribute(*root, u"StoreID")));
+    const auto envelope = requiredElement(document, u"Store/Envelope");
+    fileName.append(u"-").append(stampOf(requiredAttribute(*envelope, u"DateCreated"))).append(u".xml");
     document.save(fileName);
 }
 
@@ -64,12 +64,11 @@ std::u16string form(Long storeId, std::initializer_list<std::pair<Text, Text>> f
     return text;
 }
 
-std::shared_ptr<platform::Document> fetch(State& state, const Download& download, Text url, Text body) {
-    // The bytes of a large reply are gone before its document is built.
-    std::u16string text =
-        platform::replyText(state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body)));
-    platform::ParseError parseError;
-    std::shared_ptr<platform::Document> document = state.environment.xml->parse(std::move(text), nullptr, parseError);
+std::shared_ptr<ports::Document> fetch(State& state, const Download& download, Text url, Text body) {
+    ports::HttpReply reply = state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body));
+    ports::ParseError parseError;
+    std::shared_ptr<ports::Document> document =
+        state.environment.xml->parseBytes(replyText(std::move(reply)), ports::SourceEncoding::utf8, parseError);
     if (document == nullptr) throw Error(applicationError, download.source, download.loadFailure);
     if (download.hasReceipt) {
         if (const auto receipts = document->select(u"Receipt"); !receipts.empty()) {
@@ -82,7 +81,7 @@ std::shared_ptr<platform::Document> fetch(State& state, const Download& download
 /// Objects over nodes, in their order.
 template <class Item>
 std::vector<Item> itemsOf(const State& state, NodeList nodes) {
-    const auto environment = std::make_shared<const platform::Environment>(state.environment);
+    const auto environment = std::make_shared<const ports::Environment>(state.environment);
     std::vector<Item> items;
     items.reserve(nodes.size());
     for (const Node& node : nodes) items.emplace_back(node, environment);
@@ -90,11 +89,11 @@ std::vector<Item> itemsOf(const State& state, NodeList nodes) {
 }
 
 std::vector<Customer> collect(State& state, NodeList nodes, const Customer*) {
-    return methods::Customers(state, {nodes});
+    return run(state, arguments::Customers{nodes});
 }
-std::vector<Order> collect(State& state, NodeList nodes, const Order*) { return methods::Orders(state, {nodes}); }
+std::vector<Order> collect(State& state, NodeList nodes, const Order*) { return run(state, arguments::Orders{nodes}); }
 std::vector<Quotation> collect(State& state, NodeList nodes, const Quotation*) {
-    return methods::Quotations(state, {nodes});
+    return run(state, arguments::Quotations{nodes});
 }
 
 template <class Item, class Arguments>
@@ -117,36 +116,33 @@ std::u16string credentials(const Arguments& arguments) {
 
 }  // namespace
 
-namespace bodies {
-
-Received<Customer> ReceiveCustomers(State& state, const arguments::ReceiveCustomers& arguments) {
+Received<Customer> perform(State& state, const arguments::ReceiveCustomers& arguments) {
     return receive<Customer>(state, customers, arguments, credentials(arguments));
 }
 
-Received<Order> ReceiveOrders(State& state, const arguments::ReceiveOrders& arguments) {
+Received<Order> perform(State& state, const arguments::ReceiveOrders& arguments) {
     return receive<Order>(state, orders, arguments, credentials(arguments));
 }
 
-Received<Quotation> ReceiveQuotations(State& state, const arguments::ReceiveQuotations& arguments) {
+Received<Quotation> perform(State& state, const arguments::ReceiveQuotations& arguments) {
     return receive<Quotation>(state, quotations, arguments, credentials(arguments));
 }
 
-Received<Order> ReceiveOfflineProductList(State& state, const arguments::ReceiveOfflineProductList& arguments) {
+Received<Order> perform(State& state, const arguments::ReceiveOfflineProductList& arguments) {
     return receive<Order>(state, offlineProducts, arguments,
                           form(arguments.lngStoreID, {{u"CustomerEmailAddress", arguments.strCustomerEmailAddress}}));
 }
 
-std::vector<Order> Orders(State& state, const arguments::Orders& arguments) {
+std::vector<Order> perform(State& state, const arguments::Orders& arguments) {
     return itemsOf<Order>(state, arguments.lstOrders);
 }
 
-std::vector<Customer> Customers(State& state, const arguments::Customers& arguments) {
+std::vector<Customer> perform(State& state, const arguments::Customers& arguments) {
     return itemsOf<Customer>(state, arguments.lstCustomer);
 }
 
-std::vector<Quotation> Quotations(State& state, const arguments::Quotations& arguments) {
+std::vector<Quotation> perform(State& state, const arguments::Quotations& arguments) {
     return itemsOf<Quotation>(state, arguments.lstQuotation);
 }
 
-}  // namespace bodies
 }  // namespace quill1xml::store

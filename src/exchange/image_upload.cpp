@@ -2,12 +2,12 @@
 
 #include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 #include "text/base64.hpp"
 #include "text/numbers.hpp"
 #include "text/xml_attribute.hpp"
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 namespace {
 
 /// The request for one file. A deletion needs the name only.
@@ -28,25 +28,24 @@ std::u16string imageRequest(State& state, const arguments::SendImage& arguments,
     text.push_back(u'>');
     if (!arguments.blnDeleted) {
         const std::u16string fileName = std::u16string(arguments.strPath) + u"\\" + std::u16string(name);
-        appendBase64(text, methods::ReadBinData(state, {fileName}));
+        appendBase64(text, run(state, arguments::ReadBinData{fileName}));
     }
     return text.append(u"</Image></Store>");
 }
 
 }  // namespace
 
-Long SendImage(State& state, const arguments::SendImage& arguments) {
+Long perform(State& state, const arguments::SendImage& arguments) {
     if (arguments.strDestinationURL.empty()) {
         throw Error(applicationError, u"Quill1XML.Store.SendImage()", u"No Destination URL has been specified.");
     }
     const std::u16string pattern = std::u16string(arguments.strPath) + u"\\" + std::u16string(arguments.strFileSpec);
     for (const std::u16string& name : state.environment.files->list(pattern)) {
-        const auto reply =
-            state.environment.http->post(arguments.strDestinationURL, "application/x-www-form-urlencoded",
-                                         toUtf8(imageRequest(state, arguments, name)));
-        exchange::readReceipt(*state.environment.xml, reply);
+        auto reply = state.environment.http->post(arguments.strDestinationURL, "application/x-www-form-urlencoded",
+                                                  toUtf8(imageRequest(state, arguments, name)));
+        exchange::readReceipt(*state.environment.xml, std::move(reply));
     }
     return toLong(arguments.lngStoreID);
 }
 
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

@@ -2,7 +2,6 @@
 
 #include "exchange/send_order.hpp"
 #include "store/packets.hpp"
-#include "text/numbers.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -10,22 +9,20 @@
 namespace quill1xml::exchange {
 
 std::u16string findPacket(const store::State& state, Text kind, Integer packet) {
-    std::u16string name = u"WebStore" + std::u16string(kind);
-    appendInteger(name, packet);
-    const auto found = state.environment.files->list(store::tempFileName(state, name));
+    const auto found = state.environment.files->list(store::path(state, {.kind = kind, .number = packet}));
     return found.empty() ? std::u16string() : found.front();
 }
 
 PendingPackets pendingPackets(const store::State& state) {
     PendingPackets pending;
-    for (const std::u16string& kind : sendOrder(state.storeId)) {
+    for (const std::u16string& kind : sendOrder(state)) {
         for (Integer packet = 1; packet < std::numeric_limits<Integer>::max(); ++packet) {
             std::u16string name = findPacket(state, kind, packet);
             if (name.empty()) break;
             pending.toSend.push_back(std::move(name));
         }
     }
-    for (std::u16string& name : state.environment.files->list(store::tempFileName(state, u"WebStore*"))) {
+    for (std::u16string& name : store::packetFiles(state)) {
         if (std::ranges::find(pending.toSend, name) == pending.toSend.end()) {
             pending.toDeleteUnsent.push_back(std::move(name));
         }

@@ -32,6 +32,9 @@ struct Test {
         notBefore,   ///< the date is not before that of the other parameter
     };
 
+    /// Whether it is a test of texts, not of numbers, dates and flags.
+    constexpr bool readsText() const { return kind <= Kind::imageName; }
+
     Kind kind{};
     std::uint32_t minimum = 0;
     std::uint32_t maximum = 0;

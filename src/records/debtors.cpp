@@ -3,7 +3,7 @@
 #include "records/debtor_rows.hpp"
 #include "records/record.hpp"
 #include "records/words.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 
 namespace quill1xml::records {
 namespace {
@@ -127,7 +127,7 @@ const Record AddDebtorOpenItem = record<arguments::AddDebtorOpenItem>(u"DebtorOp
 
 namespace quill1xml::store {
 
-void bodies::LockDebtor(State& state, const arguments::LockDebtor&) {
+void perform(State& state, const arguments::LockDebtor&) {
     if (state.openDebtor.empty()) {
         throw Error(applicationError, u"Quill1XML.Store.LockDebtor()",
                     u"No Debtor has been created, or the current Debtor has already been Locked.");

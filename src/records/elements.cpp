@@ -20,7 +20,7 @@ void applyTest(AttributeModel& model, const Test& test) {
             for (const auto word : test.words) model.words.push_back(toUtf8(word));
             break;
         case Test::Kind::range:
-            if (model.type == ValueType::integer && test.low == 0 && test.high == 1) model.words = noAndYes();
+            if (model.type == AttributeType::integer && test.low == 0 && test.high == 1) model.words = noAndYes();
             break;
         case Test::Kind::isTrue: model.words = {"1"}; break;
         default: break;
@@ -38,7 +38,7 @@ AttributeModel modelOf(const Row& row) {
         return model;
     }
     model.type = row.rendering->valueType;
-    if (model.type == ValueType::flag) model.words = noAndYes();
+    if (model.type == AttributeType::flag) model.words = noAndYes();
     for (const ResolvedTest& resolved : row.conditions()) {
         const bool own = resolved.field.offset == row.field.offset && !row.any;
         if (own && row.kind != RowKind::otherwise) applyTest(model, resolved.test);
@@ -83,8 +83,8 @@ const AttributeModel* ElementModel::find(std::string_view attribute) const {
 
 std::span<const Record* const> allRecords() {
     static const Record* const all[] = {
-#define RECORD(dispid, Name, summary, ...) &Name,
-#define BUILDER(dispid, Result, Name, summary, ...) &Name,
+#define RECORD(dispid, Name, summary) &Name,
+#define BUILDER(dispid, Result, Name, summary) &Name,
 #include "quill1xml/methods/all.def"
     };
     return all;

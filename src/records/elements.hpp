@@ -15,7 +15,7 @@ namespace quill1xml::records {
 struct AttributeModel {
     std::string name;
     bool required = false;
-    ValueType type = ValueType::text;
+    AttributeType type = AttributeType::text;
     bool mayBeEmpty = false;                 ///< an empty value stands for none, whatever the type
     std::uint32_t minimum = 0;               ///< characters of a text
     std::optional<std::uint32_t> maximum{};  ///< characters of a text

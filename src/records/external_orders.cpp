@@ -2,7 +2,7 @@
 
 #include "records/record.hpp"
 #include "records/words.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 
 namespace quill1xml::records {
 namespace {
@@ -25,7 +25,7 @@ void appendOpenNumber(TextBuffer& out, const Call& call, Field) {
     appendEncoded(out, call, call.store.openExternalOrder, false);
 }
 
-constinit const Rendering openOrderNumber{&appendOpenNumber, ValueType::text,
+constinit const Rendering openOrderNumber{&appendOpenNumber, AttributeType::text,
                                           "the number of the open external order, escaped"};
 
 }  // namespace
@@ -76,9 +76,9 @@ const Record AddExternalOrderLineItem = record<arguments::AddExternalOrderLineIt
 
 }  // namespace quill1xml::records
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 
-void LockExternalOrder(State& state, const arguments::LockExternalOrder&) {
+void perform(State& state, const arguments::LockExternalOrder&) {
     if (state.openExternalOrder.empty()) {
         throw Error(applicationError, u"Quill1XML.Store.LockExternalOrder()",
                     u"No External Order has been created, or the current External Order has already been Locked.");
@@ -86,4 +86,4 @@ void LockExternalOrder(State& state, const arguments::LockExternalOrder&) {
     state.openExternalOrder.clear();
 }
 
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

@@ -1,7 +1,11 @@
-// The root element with the store's settings, and the envelope with the sender's credentials.
+// The start of a store document: the root element with the store's settings, and the envelope with the sender's
+// credentials.
 
 #include "records/record.hpp"
 #include "records/words.hpp"
+#include "store/packets.hpp"
+#include "store/perform.hpp"
+#include "text/numbers.hpp"
 
 namespace quill1xml::records {
 namespace {
@@ -132,3 +136,54 @@ const Record AddEnvelope = record<arguments::AddEnvelope>(u"Envelope", [] { retu
 // clang-format on
 
 }  // namespace quill1xml::records
+
+namespace quill1xml::store {
+namespace {
+
+/// The start tag that every packet but the first begins with.
+std::u16string headOf(Long storeId) {
+    std::u16string head = u"<Store xmlns=\"WebStore\" StoreID=\"";
+    appendInteger(head, storeId);
+    return head.append(u"\">");
+}
+
+}  // namespace
+
+void perform(State& state, const arguments::Create& arguments) {
+    useDefaultFolder(state);
+    run(state, arguments::CleanupTempFiles{});
+    if (!state.storeElement.empty()) {
+        throw Error(applicationError, records::Create.source(), u"A new store has already been created.");
+    }
+    run(state, arguments::SetStoreID{arguments.lngStoreID});
+    state.schemaSource = arguments.strWebStoreSchemaSource;
+
+    // A valid number makes the head, whatever becomes of the settings after it.
+    if (arguments.lngStoreID >= 1) state.documentHead = headOf(arguments.lngStoreID);
+    TextBuffer element;
+    records::appendElement(element, records::Create, {state, &arguments});
+    state.storeElement = element.view();
+}
+
+void perform(State& state, const arguments::AddAdditionalParameters& arguments) {
+    if (state.storeElement.empty()) {
+        throw Error(applicationError, records::AddAdditionalParameters.source(),
+                    u"This function can only be called after the store has been created.");
+    }
+    TextBuffer text;
+    text.append(state.storeElement);
+    records::appendAttributes(text, records::AddAdditionalParameters, {state, &arguments});
+    // The blank before the bracket is part of the format.
+    text.append(u" >");
+    startAnew(state, firstPacket, text.view());
+    state.storeElement.clear();
+}
+
+void perform(State& state, const arguments::AddEnvelope& arguments) {
+    TextBuffer envelope;
+    records::appendElement(envelope, records::AddEnvelope, {state, &arguments});
+    state.documentHead.append(u"\r\n").append(envelope.view());
+    append(state, firstPacket, envelope.view());
+}
+
+}  // namespace quill1xml::store

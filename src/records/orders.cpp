@@ -1,11 +1,10 @@
 // Orders: built over several calls and written by LockOrder; updates of orders that the store already holds.
 
 #include "quill1xml/text.hpp"
-#include "records/order_list.hpp"
 #include "records/parameter_list.hpp"
 #include "records/record.hpp"
 #include "records/words.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 #include "text/date.hpp"
 #include "text/letter_case.hpp"
 #include "text/numbers.hpp"
@@ -135,7 +134,7 @@ const Record AddOrderLineItem = record<arguments::AddOrderLineItem>(u"OrderLineI
 
 }  // namespace quill1xml::records
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 namespace {
 
 std::u16string dateText(Date date) {
@@ -147,15 +146,16 @@ std::u16string dateText(Date date) {
 /// The value of a list attribute that AddOrder leaves out.
 std::u16string leftOut(const Parameter& parameter) {
     switch (parameter.type) {
-        case Type::date: return dateText({});
-        case Type::text: return std::u16string(notGiven);
+        case ParameterType::date: return dateText({});
+        case ParameterType::text: return std::u16string(notGiven);
         default: return u"-1";
     }
 }
 
 /// The value of a list attribute in an update.
 std::u16string updateValue(const State& state, const Parameter& parameter, const arguments::UpdateOrder& arguments) {
-    if (parameter.type == Type::date && equalIgnoringCase(Text(toUtf16(parameter.name)), arguments.strOrderStatus)) {
+    if (parameter.type == ParameterType::date &&
+        equalIgnoringCase(Text(toUtf16(parameter.name)), arguments.strOrderStatus)) {
         const bool dated = parameter.name != "Order" && parameter.name != "RequiredDelivery";
         if (dated) return dateText(state.environment.clock->now());
     }
@@ -175,7 +175,7 @@ std::u16string updateValue(const State& state, const Parameter& parameter, const
 
 }  // namespace
 
-void AddOrder(State& state, const arguments::AddOrder& arguments) {
+void perform(State& state, const arguments::AddOrder& arguments) {
     if (!state.openOrder.empty()) {
         throw Error(applicationError, records::AddOrder.source(),
                     u"A new Order may not be added if an existing one is still unlocked.");
@@ -185,7 +185,7 @@ void AddOrder(State& state, const arguments::AddOrder& arguments) {
     records::write(state, records::AddOrder, &order);
 }
 
-void LockOrder(State& state, const arguments::LockOrder&) {
+void perform(State& state, const arguments::LockOrder&) {
     if (state.openOrder.empty()) {
         throw Error(applicationError, u"Quill1XML.Store.LockOrder()",
                     u"No Order has been created, or the current Order has already been Locked.");
@@ -203,14 +203,14 @@ void LockOrder(State& state, const arguments::LockOrder&) {
     records::appendToPacket(state, records::AddOrder, order.view());
 }
 
-void UpdateOrder(State& state, const arguments::UpdateOrder& arguments) {
+void perform(State& state, const arguments::UpdateOrder& arguments) {
     std::u16string list(u"<Order");
     for (const Parameter& parameter : parametersOf<records::OrderList>) {
         appendXmlAttribute(list, toUtf16(parameter.name), updateValue(state, parameter, arguments));
     }
     list.append(u"/>");
-    methods::AddOrder(state, {list});
-    methods::LockOrder(state, {});
+    run(state, arguments::AddOrder{list});
+    run(state, arguments::LockOrder{});
 }
 
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

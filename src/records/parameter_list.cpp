@@ -1,7 +1,7 @@
 #include "records/parameter_list.hpp"
 
-#include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
+#include "store/required.hpp"
 #include "text/numbers.hpp"
 
 #include <cstring>
@@ -9,9 +9,9 @@
 namespace quill1xml::records {
 namespace {
 
-std::shared_ptr<platform::Element> rootOf(const store::State& store, Text list) {
-    platform::ParseError error;
-    const auto document = store.environment.xml->parse(std::u16string(list), nullptr, error);
+std::shared_ptr<ports::Element> rootOf(const store::State& store, Text list) {
+    ports::ParseError error;
+    const auto document = store.environment.xml->parse({{list}}, nullptr, error);
     if (document == nullptr) throw Error(error.code, error.sourceText, error.reason);
     return document->root();
 }
@@ -23,10 +23,10 @@ void put(void* values, const Parameter& parameter, const Value& value) {
 
 void read(void* values, const Parameter& parameter, const std::u16string& text) {
     switch (parameter.type) {
-        case Type::integer: put(values, parameter, toInteger(text)); break;
-        case Type::longInteger: put(values, parameter, toLong(text)); break;
-        case Type::floating: put(values, parameter, toDouble(text)); break;
-        case Type::date: put(values, parameter, Date::fromText(text)); break;
+        case ParameterType::integer: put(values, parameter, toInteger(text)); break;
+        case ParameterType::longInteger: put(values, parameter, toLong(text)); break;
+        case ParameterType::floating: put(values, parameter, toDouble(text)); break;
+        case ParameterType::date: put(values, parameter, Date::fromText(text)); break;
         default: put(values, parameter, Text(text)); break;
     }
 }
@@ -39,7 +39,7 @@ void readParameterList(const store::State& store, Text list, std::span<const Par
     for (const Parameter& parameter : parameters) {
         const std::u16string name = toUtf16(parameter.name);
         if (!parameter.required && !root->attribute(name)) continue;
-        texts.push_back(exchange::requiredAttribute(*root, name));
+        texts.push_back(store::requiredAttribute(*root, name));
         read(values, parameter, texts.back());
     }
 }

@@ -7,7 +7,27 @@
 #include <deque>
 #include <string>
 
-namespace quill1xml::records {
+namespace quill1xml {
+namespace records {
+
+// One struct per list: its values by their names, in the order of reading.
+#define LIST(Name, Method) struct Name {
+#define REQUIRED(Type, name) Type name{};
+#define OPTIONAL(Type, name, defaultValue) Type name{defaultValue};
+#define END(Name) \
+    }             \
+    ;
+#include "records/lists/all.def"
+
+}  // namespace records
+
+#define LIST(Name, Method) QUILL1XML_BEGIN_TABLE(records::Name, #Method)
+#define REQUIRED(Type, name) QUILL1XML_ENTRY(Type, name, true)
+#define OPTIONAL(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
+#define END(Name) QUILL1XML_END_TABLE(records::Name)
+#include "records/lists/all.def"
+
+namespace records {
 
 /// The texts that a parameter list's values refer to.
 using TextStore = std::deque<std::u16string>;
@@ -26,4 +46,5 @@ Values readParameterList(const store::State& store, Text list, TextStore& texts)
     return values;
 }
 
-}  // namespace quill1xml::records
+}  // namespace records
+}  // namespace quill1xml

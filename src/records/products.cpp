@@ -1,8 +1,8 @@
 // Products: built over several calls and written by LockProduct, and the free-standing product records.
 
 #include "records/record.hpp"
-#include "store/methods.hpp"
 #include "store/packets.hpp"
+#include "store/perform.hpp"
 
 namespace quill1xml::records {
 namespace {
@@ -34,8 +34,8 @@ void addPromotion(store::State& store, const Record&, std::u16string_view elemen
 }
 
 /// Images are not counted into packets: the format has all of them in one file.
-void appendToImagePacket(store::State& store, const Record&, std::u16string_view element) {
-    store::appendToTempFile(store, element, u"WebStoreProductImage1", false);
+void appendToImagePacket(store::State& store, const Record& record, std::u16string_view element) {
+    store::append(store, record.packet(1), element);
 }
 
 }  // namespace
@@ -156,9 +156,9 @@ const Record AddProductLinking = record<arguments::AddProductLinking>(u"ProductL
 
 }  // namespace quill1xml::records
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 
-void LockProduct(State& state, const arguments::LockProduct&) {
+void perform(State& state, const arguments::LockProduct&) {
     if (state.openProduct.empty()) {
         throw Error(applicationError, u"Quill1XML.Store.LockProduct()",
                     u"No product has been created, or the current Product has already been Locked.");
@@ -175,4 +175,4 @@ void LockProduct(State& state, const arguments::LockProduct&) {
     records::appendToPacket(state, records::AddProduct, product.view());
 }
 
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

@@ -2,32 +2,11 @@
 
 #include "records/parameter_list.hpp"
 #include "records/record.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 
 #include <utility>
 
 namespace quill1xml {
-namespace records {
-
-// The parameter list of AddQuotation, in the order of reading.
-#define QUILL1XML_QUOTATION_LIST                                                                                      \
-    (Date, QuoteDate), (Text, EMail), (Text, ContactName), (Text, ContactNumber), (Text, ContactNumber2),             \
-        (Text, AddressLine1), (Text, AddressLine2), (Text, AddressLine3), (Text, AddressLine4), (Text, City),         \
-        (Text, PostalCode), (Text, StateProvince), (Text, CountryCode), (Text, NearestPort), (Text, NearestAirport),  \
-        (Text, QuoteCurrency), (Text, DeliveryMethod), (Text, AdditionalInfo), (Text, DebtorID), (Long, QuoteNumber), \
-        (Integer, BlnExported)
-
-#define QUILL1XML_MEMBER(MemberType, name, ...) MemberType name{__VA_ARGS__};
-struct QuotationList {
-    QUILL1XML_FOR_EACH(QUILL1XML_MEMBER, QUILL1XML_QUOTATION_LIST)
-};
-#undef QUILL1XML_MEMBER
-
-}  // namespace records
-
-QUILL1XML_DESCRIBE(records::QuotationList, "AddQuotation", QUILL1XML_QUOTATION_LIST)
-#undef QUILL1XML_QUOTATION_LIST
-
 namespace records {
 namespace {
 
@@ -74,9 +53,9 @@ const Record AddQuoteLineItem = record<arguments::AddQuoteLineItem>(u"QuoteLineI
 
 }  // namespace records
 
-namespace store::bodies {
+namespace store {
 
-void AddQuotation(State& state, const arguments::AddQuotation& arguments) {
+void perform(State& state, const arguments::AddQuotation& arguments) {
     if (!state.openQuote.empty()) {
         // The source names the order method: it is part of the format.
         throw Error(applicationError, u"Quill1XML.Store.AddOrder()",
@@ -87,7 +66,7 @@ void AddQuotation(State& state, const arguments::AddQuotation& arguments) {
     records::write(state, records::AddQuotation, &quote);
 }
 
-void LockQuote(State& state, const arguments::LockQuote&) {
+void perform(State& state, const arguments::LockQuote&) {
     if (state.openQuote.empty()) {
         // The source is spelled so.
         throw Error(applicationError, u"Quill1XML.Store.LockQuoter()",
@@ -98,5 +77,5 @@ void LockQuote(State& state, const arguments::LockQuote&) {
     records::appendToPacket(state, records::AddQuotation, quote);
 }
 
-}  // namespace store::bodies
+}  // namespace store
 }  // namespace quill1xml

@@ -8,13 +8,16 @@
 // Rows are worked off in order: a key is checked where it stands, an attribute is written when its condition holds.
 #pragma once
 
-#include "records/row_writer.hpp"
+#include "records/row.hpp"
+#include "store/packets.hpp"
 
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace quill1xml::records {
+
+struct Record;
 
 /// Runs before a record's rows, and may refuse the call.
 using Prologue = void (*)(const Call& call, const Record& record);
@@ -26,16 +29,14 @@ void appendToPacket(store::State& store, const Record& record, std::u16string_vi
 
 /// What a record needs beyond its rows; most need nothing.
 struct Shape {
-    std::u16string_view parent{};      ///< the element it stands in; empty directly below the root
-    bool isRoot = false;               ///< the element is the root itself
-    std::u16string_view kind{};        ///< in packet file names, where it is not the element's name
-    std::u16string_view counter{};     ///< the kind whose packet counters it shares
-    std::u16string_view source{};      ///< of its errors, where it is not the method's own
-    std::u16string_view begin = u"<";  ///< before the element's name
-    std::u16string_view afterName{};   ///< between the element's name and its attributes
-    std::u16string_view end = u"/>";   ///< after the attributes
-    bool continuesStartTag = false;    ///< goes on with the start tag of another record: nothing stands before
-    bool carriesStoreId = false;       ///< the kind in file names goes on with the store number and "_"
+    std::u16string_view parent{};     ///< the element it stands in; empty directly below the root
+    bool isRoot = false;              ///< the element is the root itself
+    std::u16string_view counter{};    ///< the element whose packet counters it shares
+    std::u16string_view source{};     ///< of its errors, where it is not the method's own
+    std::u16string_view afterName{};  ///< between the element's name and its attributes
+    std::u16string_view end = u"/>";  ///< after the attributes
+    bool continuesStartTag = false;   ///< goes on with the start tag of another record: nothing stands before
+    bool carriesStoreId = false;      ///< the kind in file names goes on with the store number and "_"
     Prologue prologue = nullptr;
     Delivery delivery = appendToPacket;
 };
@@ -46,11 +47,12 @@ struct Record {
     std::string_view method;
     std::span<const Row> rows;
     std::span<const Parameter> parameters;
-    AttributeWriter writeAttributes;
     Shape shape;
 
-    constexpr std::u16string_view kind() const { return shape.kind.empty() ? element : shape.kind; }
-    constexpr std::u16string_view counter() const { return shape.counter.empty() ? kind() : shape.counter; }
+    constexpr std::u16string_view counter() const { return shape.counter.empty() ? element : shape.counter; }
+
+    /// One of the packet files that it is written to.
+    constexpr store::Packet packet(std::int64_t number) const { return {element, shape.carriesStoreId, number}; }
 
     /// The source of the record's errors, such as "Quill1XML.Store.AddTax()".
     std::u16string source() const;
@@ -63,11 +65,17 @@ consteval Record record(std::u16string_view element, Rows, const Shape& shape = 
             .method = methodNameOf<Arguments>,
             .rows = detail::table<Arguments, Rows>,
             .parameters = parametersOf<Arguments>,
-            .writeAttributes = &detail::RowWriter<Arguments, Rows>::writeAttributes,
             .shape = shape};
 }
 
 // ---- Writing records
+
+/// Appends the attributes of a record: checks keys and writes what is to be written, in the order of the rows.
+/// Throws the Error of the first check that fails, or of a value that cannot be rendered.
+void appendAttributes(TextBuffer& out, const Record& record, const Call& call);
+
+/// Throws the error of a row whose check failed.
+[[noreturn]] void refuse(const Record& record, const Row& row, const Call& call);
 
 /// Appends the element to a buffer: checks keys and writes attributes, in the order of the rows.
 /// Throws the Error of the first check that fails, or of a value that cannot be rendered.
@@ -78,8 +86,8 @@ void write(store::State& store, const Record& record, const void* arguments);
 
 // ---- The records, one per RECORD and BUILDER of the method declarations
 
-#define RECORD(dispid, Name, summary, ...) extern const Record Name;
-#define BUILDER(dispid, Result, Name, summary, ...) extern const Record Name;
+#define RECORD(dispid, Name, summary) extern const Record Name;
+#define BUILDER(dispid, Result, Name, summary) extern const Record Name;
 #include "quill1xml/methods/all.def"
 
 }  // namespace quill1xml::records

@@ -1,6 +1,5 @@
 #include "records/rendering.hpp"
 
-#include "quill1xml/error.hpp"
 #include "store/file_encoding.hpp"
 #include "store/state.hpp"
 #include "text/blanks.hpp"
@@ -10,23 +9,6 @@
 #include <cstdlib>
 
 namespace quill1xml::records {
-
-double Call::number(Field field) const {
-    switch (field.type) {
-        case Type::integer:
-        case Type::variantInteger: return number<Type::integer>(field);
-        case Type::longInteger: return number<Type::longInteger>(field);
-        case Type::floating: return number<Type::floating>(field);
-        case Type::boolean: return number<Type::boolean>(field);
-        case Type::date: return number<Type::date>(field);
-        case Type::currency: return number<Type::currency>(field);
-        case Type::text:
-        case Type::variantText:
-        case Type::node:
-        case Type::nodeList: break;
-    }
-    throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
-}
 
 void appendEncoded(TextBuffer& out, const Call& call, Text text, bool allExtended) {
     char16_t* const to = out.room((text.size() + 1) * XmlText::longestReplacement);
@@ -101,24 +83,24 @@ void appendFileContent(Out& out, const Call& call, Field field) {
 
 }  // namespace
 
-constinit const Rendering asGiven{&appendAsGiven, ValueType::text, "as given, not escaped"};
-constinit const Rendering apostrophesDoubled{&appendApostrophesDoubled, ValueType::text,
+constinit const Rendering asGiven{&appendAsGiven, AttributeType::text, "as given, not escaped"};
+constinit const Rendering apostrophesDoubled{&appendApostrophesDoubled, AttributeType::text,
                                              "every apostrophe doubled, not escaped"};
-constinit const Rendering escaped{&appendEscaped, ValueType::text, "escaped"};
-constinit const Rendering escapedAll{&appendEscapedAll, ValueType::text, "escaped, with all extended characters"};
-constinit const Rendering trimmedEscaped{&appendTrimmedEscaped, ValueType::text, "trimmed, then escaped"};
-constinit const Rendering guidBody{&appendGuidBody, ValueType::text, "characters 2 to 37, not escaped"};
-constinit const Rendering integerFromText{&appendIntegerFromText, ValueType::integer,
+constinit const Rendering escaped{&appendEscaped, AttributeType::text, "escaped"};
+constinit const Rendering escapedAll{&appendEscapedAll, AttributeType::text, "escaped, with all extended characters"};
+constinit const Rendering trimmedEscaped{&appendTrimmedEscaped, AttributeType::text, "trimmed, then escaped"};
+constinit const Rendering guidBody{&appendGuidBody, AttributeType::text, "characters 2 to 37, not escaped"};
+constinit const Rendering integerFromText{&appendIntegerFromText, AttributeType::integer,
                                           "the text read as a whole number"};
-constinit const Rendering strFromText{&appendStrFromText, ValueType::number, "the text read as a number, Str text"};
-constinit const Rendering integerText{&appendIntegerText, ValueType::integer, "integer text"};
-constinit const Rendering flag{&appendIntegerText, ValueType::flag, "0 or 1"};
-constinit const Rendering absoluteInteger{&appendAbsoluteInteger, ValueType::integer, "its absolute value"};
-constinit const Rendering numberText{&appendNumber, ValueType::localNumber, "number text"};
-constinit const Rendering strText{&appendStr, ValueType::number, "Str text"};
-constinit const Rendering currencyStrText{&appendCurrencyStr, ValueType::number, "Str text, rounded to 4 decimals"};
-constinit const Rendering dateText{&appendDate, ValueType::dateTime, "date text"};
-constinit const Rendering currentDateText{&appendCurrentDate, ValueType::dateTime, "the current date and time"};
-constinit const Rendering fileContent{&appendFileContent, ValueType::base64, "the file's bytes in base64"};
+constinit const Rendering strFromText{&appendStrFromText, AttributeType::number, "the text read as a number, Str text"};
+constinit const Rendering integerText{&appendIntegerText, AttributeType::integer, "integer text"};
+constinit const Rendering flag{&appendIntegerText, AttributeType::flag, "0 or 1"};
+constinit const Rendering absoluteInteger{&appendAbsoluteInteger, AttributeType::integer, "its absolute value"};
+constinit const Rendering numberText{&appendNumber, AttributeType::localNumber, "number text"};
+constinit const Rendering strText{&appendStr, AttributeType::number, "Str text"};
+constinit const Rendering currencyStrText{&appendCurrencyStr, AttributeType::number, "Str text, rounded to 4 decimals"};
+constinit const Rendering dateText{&appendDate, AttributeType::dateTime, "date text"};
+constinit const Rendering currentDateText{&appendCurrentDate, AttributeType::dateTime, "the current date and time"};
+constinit const Rendering fileContent{&appendFileContent, AttributeType::base64, "the file's bytes in base64"};
 
 }  // namespace quill1xml::records

@@ -1,6 +1,7 @@
 // How an attribute's value is written.
 #pragma once
 
+#include "quill1xml/error.hpp"
 #include "store/parameters.hpp"
 #include "text/text_buffer.hpp"
 
@@ -14,7 +15,7 @@ namespace quill1xml::records {
 
 /// A parameter of the call that is being written.
 struct Field {
-    Type type = Type::text;
+    ParameterType type = ParameterType::text;
     std::uint16_t offset = 0;
     bool present = false;  ///< false for attributes that no parameter feeds
 };
@@ -30,21 +31,25 @@ struct Call {
 
     /// Of any numeric field. Throws error 6 beyond the range.
     Currency currency(Field field) const {
-        return field.type == Type::currency ? value<Currency>(field) : Currency::fromDouble(number(field));
+        return field.type == ParameterType::currency ? value<Currency>(field) : Currency::fromDouble(number(field));
     }
 
     /// Of any numeric, date or flag field; true is 1.
-    double number(Field field) const;
-
-    /// As number, of a field whose type is known when compiling.
-    template <Type type>
     double number(Field field) const {
-        if constexpr (type == Type::integer || type == Type::variantInteger) return value<Integer>(field);
-        if constexpr (type == Type::longInteger) return value<Long>(field);
-        if constexpr (type == Type::floating) return value<Double>(field);
-        if constexpr (type == Type::boolean) return value<Boolean>(field) ? 1 : 0;
-        if constexpr (type == Type::date) return value<Date>(field).days;
-        if constexpr (type == Type::currency) return static_cast<double>(value<Currency>(field).tenThousandths) / 10000;
+        switch (field.type) {
+            case ParameterType::integer:
+            case ParameterType::variantInteger: return value<Integer>(field);
+            case ParameterType::longInteger: return value<Long>(field);
+            case ParameterType::floating: return value<Double>(field);
+            case ParameterType::boolean: return value<Boolean>(field) ? 1 : 0;
+            case ParameterType::date: return value<Date>(field).days;
+            case ParameterType::currency: return static_cast<double>(value<Currency>(field).tenThousandths) / 10000;
+            case ParameterType::text:
+            case ParameterType::variantText:
+            case ParameterType::node:
+            case ParameterType::nodeList: break;
+        }
+        throw runtimeError(RuntimeError::internalError, u"a text was read as a number");
     }
 
 private:
@@ -55,7 +60,7 @@ private:
 };
 
 /// What a schema says of a value.
-enum class ValueType : std::uint8_t {
+enum class AttributeType : std::uint8_t {
     text,
     integer,
     number,       ///< "." as point, a leading blank allowed
@@ -67,7 +72,7 @@ enum class ValueType : std::uint8_t {
 
 struct Rendering {
     void (*append)(TextBuffer& out, const Call& call, Field field);
-    ValueType valueType;
+    AttributeType valueType;
     std::string_view description;  ///< for the manual
 };
 

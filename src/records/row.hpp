@@ -4,7 +4,8 @@
 //     attribute("MessageText", "strMessageText", notDefault,    escaped),
 //     deleted
 //
-// Names of parameters are looked up at compile time; one that the method does not have does not compile.
+// Names of parameters are looked up at compile time; one that the method does not have does not compile, nor does a
+// condition on a parameter of another type.
 #pragma once
 
 #include "records/condition.hpp"
@@ -85,7 +86,7 @@ struct RowDeclaration {
 struct ResolvedTest {
     Test test{};
     Field field{};
-    Field other{};
+    Field other{};  ///< what it is compared with, where it is
 };
 
 /// A row ready to be worked off.
@@ -102,6 +103,7 @@ struct Row {
     std::u16string_view source{};
 
     constexpr bool writes() const { return kind != RowKind::check; }
+    constexpr bool isChecked() const { return kind == RowKind::key || kind == RowKind::check; }
     constexpr std::u16string_view name() const { return opening.name(); }
     constexpr std::span<const ResolvedTest> conditions() const { return {tests, testCount}; }
 };
@@ -223,7 +225,10 @@ constexpr ResolvedTest resolve(std::span<const Parameter> parameters, const RowD
                                const TestDeclaration& test) {
     const auto own = test.parameter.empty() ? row.parameter : test.parameter;
     if (own.empty()) throw "a condition needs a parameter";
-    return {test.test, find(parameters, own, row.number), find(parameters, test.other, row.number)};
+    const Field field = find(parameters, own, row.number);
+    const bool isText = field.type == ParameterType::text || field.type == ParameterType::variantText;
+    if (isText != test.test.readsText()) throw "the condition does not suit the type of the parameter";
+    return {test.test, field, find(parameters, test.other, row.number)};
 }
 
 /// The tests of all rows, one row's after another's: kept apart, as most rows have but one.

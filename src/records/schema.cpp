@@ -11,8 +11,8 @@ namespace quill1xml {
 namespace {
 
 using records::AttributeModel;
+using records::AttributeType;
 using records::ElementModel;
-using records::ValueType;
 
 /// The elements that stand directly below the root, but for the envelope; or those inside another element.
 std::vector<const ElementModel*> childrenOf(std::string_view parent) {
@@ -53,13 +53,13 @@ std::string textTypeName(const AttributeModel& attribute) {
 
 std::string xsdTypeName(const AttributeModel& attribute) {
     switch (attribute.type) {
-        case ValueType::text: return textTypeName(attribute);
-        case ValueType::flag:
-        case ValueType::integer: return "xs:int";
-        case ValueType::number: return attribute.mayBeEmpty ? "NumberOrNone" : "xs:double";
-        case ValueType::localNumber: return "LocalNumber";
-        case ValueType::dateTime: return "xs:dateTime";
-        case ValueType::base64: return "xs:base64Binary";
+        case AttributeType::text: return textTypeName(attribute);
+        case AttributeType::flag:
+        case AttributeType::integer: return "xs:int";
+        case AttributeType::number: return attribute.mayBeEmpty ? "NumberOrNone" : "xs:double";
+        case AttributeType::localNumber: return "LocalNumber";
+        case AttributeType::dateTime: return "xs:dateTime";
+        case AttributeType::base64: return "xs:base64Binary";
     }
     return "xs:string";
 }
@@ -70,7 +70,7 @@ std::string xsdTextTypes() {
     for (const ElementModel& element : records::elements()) {
         for (const AttributeModel& attribute : element.attributes) {
             const std::string name = textTypeName(attribute);
-            if (attribute.type != ValueType::text || !attribute.words.empty() || name == "xs:string") continue;
+            if (attribute.type != AttributeType::text || !attribute.words.empty() || name == "xs:string") continue;
             if (!named.insert(name).second) continue;
             types += "  <xs:simpleType" + attributeText("name", name) + "><xs:restriction base=\"xs:string\">";
             if (attribute.minimum > 0) {
@@ -135,14 +135,14 @@ std::string xdrType(const AttributeModel& attribute) {
     }
     if (attribute.mayBeEmpty) return " dt:type=\"string\"";
     switch (attribute.type) {
-        case ValueType::flag:
-        case ValueType::integer: return " dt:type=\"i4\"";
-        case ValueType::number: return " dt:type=\"r8\"";
-        case ValueType::dateTime: return " dt:type=\"dateTime\"";
+        case AttributeType::flag:
+        case AttributeType::integer: return " dt:type=\"i4\"";
+        case AttributeType::number: return " dt:type=\"r8\"";
+        case AttributeType::dateTime: return " dt:type=\"dateTime\"";
         // The dialect has no number with the sender's own separator.
-        case ValueType::localNumber: return " dt:type=\"string\"";
-        case ValueType::base64: return " dt:type=\"bin.base64\"";
-        case ValueType::text: break;
+        case AttributeType::localNumber: return " dt:type=\"string\"";
+        case AttributeType::base64: return " dt:type=\"bin.base64\"";
+        case AttributeType::text: break;
     }
     std::string text = " dt:type=\"string\"";
     if (attribute.minimum > 0) text += attributeText("dt:minLength", std::to_string(attribute.minimum));

@@ -1,22 +1,22 @@
 // Complete documents around the first packet file of a kind: orders, customer staff and quotations.
 
 #include "store/document.hpp"
-#include "store/methods.hpp"
 #include "store/packets.hpp"
+#include "store/perform.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 namespace {
 
 /// The content of the first packet file of a kind that carries the store number.
-std::u16string firstPacket(const State& state, Text kind, Long storeId) {
-    std::u16string name(kind);
-    appendInteger(name, storeId);
-    name.append(u"_1");
-    const std::u16string fileName = tempFileName(state, name);
-    if (state.environment.files->list(fileName).empty()) throw runtimeError(RuntimeError::fileNotFound, fileName);
-    return state.environment.files->readText(fileName);
+std::u16string firstPacketOf(const State& state, Text kind, Long storeId) {
+    std::u16string numbered(kind);
+    appendInteger(numbered, storeId);
+    numbered.push_back(u'_');
+    const std::u16string name = path(state, {.kind = numbered});
+    if (state.environment.files->list(name).empty()) throw runtimeError(RuntimeError::fileNotFound, name);
+    return state.environment.files->readText(name);
 }
 
 template <class Arguments>
@@ -31,26 +31,24 @@ std::u16string assemble(State& state, const Arguments& arguments, Text kind) {
     text.append(u"\" Password=\"");
     state.xmlText.encode(text, arguments.strPassword, false);
     text.append(u"\"/>\r\n");
-    text.append(firstPacket(state, kind, arguments.lngStoreID));
+    text.append(firstPacketOf(state, kind, arguments.lngStoreID));
     text.append(u"</Store>");
-    if (!state.documentLoaded) load(state, DocumentSource::memory, {}, text);
+    if (!state.documentLoaded) loadText(state, {{text}});
     return text;
 }
 
 }  // namespace
 
-std::u16string XML(State& state, const arguments::XML& arguments) {
-    return assemble(state, arguments, u"WebStoreOrder");
+std::u16string perform(State& state, const arguments::XML& arguments) { return assemble(state, arguments, u"Order"); }
+
+std::u16string perform(State& state, const arguments::CustomerXML& arguments) {
+    return assemble(state, arguments, u"DebtorStaff");
 }
 
-std::u16string CustomerXML(State& state, const arguments::CustomerXML& arguments) {
-    return assemble(state, arguments, u"WebStoreDebtorStaff");
+std::u16string perform(State& state, const arguments::QuoteXML& arguments) {
+    return assemble(state, arguments, u"Quote");
 }
 
-std::u16string QuoteXML(State& state, const arguments::QuoteXML& arguments) {
-    return assemble(state, arguments, u"WebStoreQuote");
-}
+void perform(State&, const arguments::Save&) {}
 
-void Save(State&, const arguments::Save&) {}
-
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

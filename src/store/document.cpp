@@ -1,6 +1,7 @@
 #include "store/document.hpp"
 
-#include "store/trap.hpp"
+#include "store/error_log.hpp"
+#include "store/schema_source.hpp"
 #include "text/numbers.hpp"
 
 #include <initializer_list>
@@ -25,63 +26,58 @@ std::u16string account(Text headline, std::initializer_list<std::pair<Text, std:
     return text;
 }
 
-std::shared_ptr<platform::Schema> schemaOf(const State& state) {
-    if (state.schemaSource.empty()) {
-        throw runtimeError(RuntimeError::invalidProcedureCall, u"no schema source was given to Create, Send or XML");
-    }
-    return state.environment.xml->loadSchema(state.schemaSource);
+[[noreturn]] void failedToLoad(const std::u16string& description) {
+    throw Error(applicationError, loadSource, description);
 }
 
-void parse(State& state, const std::shared_ptr<platform::Schema>& schema, Text text) {
-    platform::ParseError error;
-    state.document = state.environment.xml->parse(std::u16string(text), schema, error);
-    state.documentLoaded = state.document != nullptr;
-    if (state.documentLoaded) return;
-    throw Error(applicationError, loadSource,
-                account(u"Failed to load web store document XML.",
-                        {{u"Error Code: ", number(error.code)}, {u"Reason: ", error.reason}}));
-}
-
-void loadFile(State& state, const std::shared_ptr<platform::Schema>& schema, Text fileName) {
-    platform::ParseError error;
-    state.document = state.environment.xml->load(fileName, schema, error);
-    state.documentLoaded = state.document != nullptr;
-    if (state.documentLoaded) return;
-    throw Error(applicationError, loadSource,
-                account(u"Failed to load file because : ", {{u"Error Code : ", number(error.code)},
-                                                            {u"File Position : ", number(error.filePosition)},
-                                                            {u"Line : ", number(error.line)},
-                                                            {u"Line Position : ", number(error.linePosition)},
-                                                            {u"Reason : ", error.reason},
-                                                            {u"Source Text : ", error.sourceText},
-                                                            {u"URL : ", error.url}}));
-}
-
-}  // namespace
-
-void load(State& state, DocumentSource source, Text fileName, Text text) {
-    trapped(state, {"Method: Quill1XML.Store.Load()"}, [&] {
+/// Loads and validates a document that a function parses.
+template <class Parse>
+void load(State& state, Parse parse) {
+    logged(state, labels::load, [&] {
         state.schemaValid = false;
-        if (source == DocumentSource::file && fileName.empty()) {
-            throw Error(applicationError, loadSource, u"There is no Web Store Source to load.");
-        }
-        const std::shared_ptr<platform::Schema> schema = schemaOf(state);
-        if (source == DocumentSource::memory) {
-            parse(state, schema, text);
-        } else {
-            loadFile(state, schema, fileName);
-        }
+        parse();
         validate(state);
     });
 }
 
+}  // namespace
+
+void loadText(State& state, std::span<const Text> pieces) {
+    load(state, [&] {
+        ports::ParseError error;
+        state.document = state.environment.xml->parse(pieces, loadSchema(state.environment, state.schemaSource), error);
+        state.documentLoaded = state.document != nullptr;
+        if (state.documentLoaded) return;
+        failedToLoad(account(u"Failed to load web store document XML.",
+                             {{u"Error Code: ", number(error.code)}, {u"Reason: ", error.reason}}));
+    });
+}
+
+void loadFile(State& state, Text fileName) {
+    load(state, [&] {
+        if (fileName.empty()) failedToLoad(u"There is no Web Store Source to load.");
+        ports::ParseError error;
+        state.document =
+            state.environment.xml->load(fileName, loadSchema(state.environment, state.schemaSource), error);
+        state.documentLoaded = state.document != nullptr;
+        if (state.documentLoaded) return;
+        failedToLoad(account(u"Failed to load file because : ", {{u"Error Code : ", number(error.code)},
+                                                                 {u"File Position : ", number(error.filePosition)},
+                                                                 {u"Line : ", number(error.line)},
+                                                                 {u"Line Position : ", number(error.linePosition)},
+                                                                 {u"Reason : ", error.reason},
+                                                                 {u"Source Text : ", error.sourceText},
+                                                                 {u"URL : ", error.url}}));
+    });
+}
+
 void validate(State& state) {
-    trapped(state, {"Method: Quill1XML.Store.Validate()"}, [&] {
+    logged(state, labels::validate, [&] {
         if (!state.documentLoaded) {
             throw Error(applicationError, validateSource,
                         u"The document object has not yet been loaded. There is nothing to Validate.");
         }
-        const platform::ParseError error = state.document->validate();
+        const ports::ParseError error = state.document->validate();
         if (error) {
             throw Error(applicationError, validateSource,
                         account(u"The Web Store XML document is not schema valid.",

@@ -3,14 +3,16 @@
 
 #include "store/state.hpp"
 
+#include <span>
+
 namespace quill1xml::store {
 
-/// Where a document comes from.
-enum class DocumentSource { memory, file };
-
-/// Parses a document text, or a file by its name, with the schema of the store, and validates it.
+/// Parses a document in pieces of text that follow each other, with the schema of the store, and validates it.
 /// Throws an Error with the parser's account when it does not load or is not valid.
-void load(State& state, DocumentSource source, Text fileName, Text text);
+void loadText(State& state, std::span<const Text> pieces);
+
+/// As loadText, from a file.
+void loadFile(State& state, Text fileName);
 
 /// Validates the loaded document. Throws when none is loaded or it is not valid.
 void validate(State& state);

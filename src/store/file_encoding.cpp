@@ -1,20 +1,19 @@
 #include "store/file_encoding.hpp"
 
-#include "store/methods.hpp"
-#include "store/trap.hpp"
+#include "store/perform.hpp"
 #include "text/base64.hpp"
 
 namespace quill1xml::store {
 
 std::u16string encodeImage(State& state, Text fileName) {
-    return trapped(state, {"Method: Quill1XML.Store.EncodeImage()"}, [&] {
+    return logged(state, labels::encodeImage, [&] {
         std::u16string text;
         if (!fileName.empty()) appendBase64(text, state.environment.files->readBytes(fileName));
         return text;
     });
 }
 
-Bytes bodies::ReadBinData(State& state, const arguments::ReadBinData& arguments) {
+Bytes perform(State& state, const arguments::ReadBinData& arguments) {
     Bytes bytes = state.environment.files->readBytes(arguments.strFileName);
     if (bytes.empty()) {
         throw runtimeError(RuntimeError::subscriptOutOfRange,

@@ -1,39 +1,76 @@
 #include "store/packets.hpp"
 
-#include "store/methods.hpp"
-#include "store/trap.hpp"
+#include "store/perform.hpp"
+#include "text/numbers.hpp"
 
 namespace quill1xml::store {
 namespace {
 
+constexpr Text beginningOfAll = u"WebStore";
 constexpr Text extension = u".tmp";
+
+void appendKind(std::u16string& out, const State& state, const Packet& packet) {
+    out.append(packet.kind);
+    if (!packet.ofStore) return;
+    appendInteger(out, state.storeId);
+    out.push_back(u'_');
+}
+
+void appendFileName(std::u16string& out, const State& state, const Packet& packet) {
+    appendKind(out.append(beginningOfAll), state, packet);
+    appendInteger(out, packet.number);
+    out.append(extension);
+}
+
+template <class Write>
+void writeTo(State& state, const Packet& packet, Write write) {
+    logged(state, labels::appendToTempFile, [&] {
+        useDefaultFolder(state);
+        appendFileName(state.fileName.assign(state.tempFilePath), state, packet);
+        write(*state.environment.files, state.fileName);
+    });
+}
+
+}  // namespace
+
+std::u16string fileName(const State& state, const Packet& packet) {
+    std::u16string name;
+    appendFileName(name, state, packet);
+    return name;
+}
+
+std::u16string path(const State& state, const Packet& packet) {
+    std::u16string name(state.tempFilePath);
+    appendFileName(name, state, packet);
+    return name;
+}
+
+std::u16string kindText(const State& state, const Packet& packet) {
+    std::u16string text;
+    appendKind(text, state, packet);
+    return text;
+}
+
+std::vector<std::u16string> packetFiles(const State& state, Text beginning) {
+    std::u16string pattern(state.tempFilePath);
+    pattern.append(beginning.empty() ? beginningOfAll : beginning).append(u"*").append(extension);
+    return state.environment.files->list(pattern);
+}
+
+void append(State& state, const Packet& packet, Text text) {
+    writeTo(state, packet, [text](ports::Files& files, Text name) { files.appendText(name, text); });
+}
+
+void startAnew(State& state, const Packet& packet, Text text) {
+    writeTo(state, packet, [text](ports::Files& files, Text name) { files.writeText(name, text); });
+}
 
 void useDefaultFolder(State& state) {
     if (state.tempFilePath.empty()) state.tempFilePath = u"C:\\";
 }
 
-}  // namespace
-
-std::u16string tempFileName(const State& state, Text kind) {
-    return std::u16string(state.tempFilePath).append(kind).append(extension);
-}
-
-void appendToTempFile(State& state, Text text, Text kind, bool overwrite) {
-    trapped(state, {"Method: Quill1XML.Store.AppendToTempFile()"}, [&] {
-        useDefaultFolder(state);
-        state.fileName.assign(state.tempFilePath).append(kind).append(extension);
-        if (overwrite) {
-            state.environment.files->writeText(state.fileName, text);
-        } else {
-            state.environment.files->appendText(state.fileName, text);
-        }
-    });
-}
-
-void bodies::CleanupTempFiles(State& state, const arguments::CleanupTempFiles& arguments) {
-    std::u16string pattern(state.tempFilePath);
-    pattern.append(arguments.strFileName.empty() ? Text(u"WebStore") : arguments.strFileName).append(u"*.tmp");
-    for (const std::u16string& name : state.environment.files->list(pattern)) {
+void perform(State& state, const arguments::CleanupTempFiles& arguments) {
+    for (const std::u16string& name : packetFiles(state, arguments.strFileName)) {
         state.environment.files->remove(state.tempFilePath + name);
     }
 }

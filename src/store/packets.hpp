@@ -7,13 +7,37 @@
 
 #include "store/state.hpp"
 
+#include <cstdint>
+
 namespace quill1xml::store {
 
-/// Appends text to the packet file of a kind ("WebStoreTax1"), or starts the file anew.
-/// Sets the folder to "C:\" where none was set.
-void appendToTempFile(State& state, Text text, Text kind, bool overwrite);
+/// Which packet file. The kind of the main files is empty.
+struct Packet {
+    Text kind{};
+    bool ofStore = false;  ///< the kind goes on with the store number and "_"
+    std::int64_t number = 1;
+};
 
-/// The packet file of a kind with its folder.
-std::u16string tempFileName(const State& state, Text kind);
+/// The one that begins with the root start tag.
+inline constexpr Packet firstPacket{};
+
+/// The packet's file name without folder: "WebStoreOrder57_2.tmp".
+std::u16string fileName(const State& state, const Packet& packet);
+
+/// The packet's file name with its folder.
+std::u16string path(const State& state, const Packet& packet);
+
+/// A kind as SendTempFile takes it: "Order57_".
+std::u16string kindText(const State& state, const Packet& packet);
+
+/// The packet files whose names begin with a text, "WebStore" by default, in rising order and without folder.
+std::vector<std::u16string> packetFiles(const State& state, Text beginning = {});
+
+/// Appends text to a packet file, or starts it anew. Sets the folder to "C:\" where none was set.
+void append(State& state, const Packet& packet, Text text);
+void startAnew(State& state, const Packet& packet, Text text);
+
+/// The folder where none was set.
+void useDefaultFolder(State& state);
 
 }  // namespace quill1xml::store

@@ -11,7 +11,7 @@
 namespace quill1xml {
 
 /// The type of a parameter.
-enum class Type : std::uint8_t {
+enum class ParameterType : std::uint8_t {
     text,
     integer,
     longInteger,
@@ -30,21 +30,21 @@ inline constexpr std::string_view typeNames[] = {"Text",           "Integer", "L
                                                  "Boolean",        "Date",    "Currency", "VariantText",
                                                  "VariantInteger", "Node",    "NodeList"};
 
-consteval Type typeNamed(std::string_view name) {
+consteval ParameterType typeNamed(std::string_view name) {
     for (std::size_t i = 0; i < std::size(typeNames); ++i) {
-        if (typeNames[i] == name) return static_cast<Type>(i);
+        if (typeNames[i] == name) return static_cast<ParameterType>(i);
     }
     throw "no parameter has a type of this name";
 }
 
 struct Parameter {
-    std::string_view name;
-    Type type;
-    bool required;
-    std::uint16_t offset;  ///< of the member in the argument struct
+    std::string_view name{};
+    ParameterType type{};
+    bool required = false;
+    std::uint16_t offset = 0;  ///< of the member in the argument struct
 };
 
-/// The parameters of an argument struct in interface order; specialised for every struct below.
+/// The parameters of an argument struct in interface order; specialised for every struct.
 template <class Arguments>
 inline constexpr std::span<const Parameter> parametersOf{};
 
@@ -52,34 +52,38 @@ inline constexpr std::span<const Parameter> parametersOf{};
 template <class Arguments>
 inline constexpr std::string_view methodNameOf{};
 
+// ---- Rows of a declaration become entries of a table. It ends with an entry that is dropped, so that an empty one is
+// an array too.
+
+#define QUILL1XML_BEGIN_TABLE(Struct, method)                        \
+    template <>                                                      \
+    inline constexpr std::string_view methodNameOf<Struct> = method; \
+    template <>                                                      \
+    struct detail::ParameterTable<Struct> {                          \
+        using Self = Struct;                                         \
+        static constexpr Parameter entries[] = {
+#define QUILL1XML_ENTRY(MemberType, name, required) \
+    {#name, typeNamed(#MemberType), required, static_cast<std::uint16_t>(offsetof(Self, name))},
+#define QUILL1XML_END_TABLE(Struct)                                         \
+    {}                                                                      \
+    }                                                                       \
+    ;                                                                       \
+    }                                                                       \
+    ;                                                                       \
+    template <>                                                             \
+    inline constexpr std::span<const Parameter> parametersOf<Struct> =      \
+        std::span<const Parameter>(detail::ParameterTable<Struct>::entries) \
+            .first(std::size(detail::ParameterTable<Struct>::entries) - 1);
+
 namespace detail {
 template <class Arguments>
 struct ParameterTable;
-
-/// Lists end with an entry that is dropped, so that an empty list is an array too.
-template <std::size_t size>
-constexpr std::span<const Parameter> withoutLast(const Parameter (&table)[size]) {
-    return std::span<const Parameter>(table, size - 1);
 }
-}  // namespace detail
 
-#define QUILL1XML_PARAMETER(MemberType, name, ...) \
-    {#name, typeNamed(#MemberType), true __VA_OPT__(&&false), static_cast<std::uint16_t>(offsetof(Self, name))},
-/// Declares the parameter table of a struct of members (Type, name) and (Type, name, default).
-#define QUILL1XML_DESCRIBE(Struct, methodName, ...)                                                        \
-    template <>                                                                                            \
-    struct detail::ParameterTable<Struct> {                                                                \
-        using Self = Struct;                                                                               \
-        static constexpr Parameter entries[] = {                                                           \
-            QUILL1XML_FOR_EACH(QUILL1XML_PARAMETER __VA_OPT__(, ) __VA_ARGS__){{}, Type::text, false, 0}}; \
-    };                                                                                                     \
-    template <>                                                                                            \
-    inline constexpr std::span<const Parameter> parametersOf<Struct> =                                     \
-        detail::withoutLast(detail::ParameterTable<Struct>::entries);                                      \
-    template <>                                                                                            \
-    inline constexpr std::string_view methodNameOf<Struct> = methodName;
-
-#define METHOD(dispid, Result, Name, summary, ...) QUILL1XML_DESCRIBE(arguments::Name, #Name __VA_OPT__(, ) __VA_ARGS__)
+#define METHOD(dispid, Result, Name, summary) QUILL1XML_BEGIN_TABLE(arguments::Name, #Name)
+#define REQUIRED(Type, name) QUILL1XML_ENTRY(Type, name, true)
+#define OPTIONAL(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
+#define END(Name) QUILL1XML_END_TABLE(arguments::Name)
 #include "quill1xml/methods/all.def"
 
 }  // namespace quill1xml

@@ -1,12 +1,12 @@
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 
 #include "text/blanks.hpp"
 
 #include <algorithm>
 
-namespace quill1xml::store::bodies {
+namespace quill1xml::store {
 
-void SetTempFilePath(State& state, const arguments::SetTempFilePath& arguments) {
+void perform(State& state, const arguments::SetTempFilePath& arguments) {
     std::u16string path(arguments.strTempFilePath);
     std::ranges::replace(path, u'/', u'\\');
     const Text trimmed = trimBlanks(path);
@@ -15,10 +15,10 @@ void SetTempFilePath(State& state, const arguments::SetTempFilePath& arguments) 
     state.tempFilePath = std::move(path);
 }
 
-void SetStoreID(State& state, const arguments::SetStoreID& arguments) { state.storeId = arguments.lngStoreID; }
+void perform(State& state, const arguments::SetStoreID& arguments) { state.storeId = arguments.lngStoreID; }
 
-void SetPacketSize(State& state, const arguments::SetPacketSize& arguments) {
+void perform(State& state, const arguments::SetPacketSize& arguments) {
     state.packetSize = arguments.lngPacketSize < 2 ? 1000 : arguments.lngPacketSize;
 }
 
-}  // namespace quill1xml::store::bodies
+}  // namespace quill1xml::store

@@ -4,9 +4,9 @@
 
 namespace quill1xml::store {
 
-State::State(platform::Environment given)
+State::State(ports::Environment given)
     : environment(std::move(given)),
-      xmlText([this](std::uint8_t byte) { return environment.system->codePageCharacter(byte); }),
+      xmlText(environment.system->codePage()),
       decimalSeparator(environment.system->decimalSeparator()) {}
 
 }  // namespace quill1xml::store

@@ -1,8 +1,8 @@
 // What a Store keeps between calls.
 #pragma once
 
-#include "platform/platform.hpp"
-#include "quill1xml/store.hpp"
+#include "quill1xml/ports.hpp"
+#include "quill1xml/results.hpp"
 #include "text/text_buffer.hpp"
 #include "text/xml_text.hpp"
 
@@ -18,12 +18,12 @@ struct PacketCounter {
 };
 
 struct State {
-    explicit State(platform::Environment given);
+    explicit State(ports::Environment given);
 
-    platform::Environment environment;
+    ports::Environment environment;
     XmlText xmlText;
     std::u16string decimalSeparator;
-    Store::PacketUploaded packetUploaded;
+    PacketUploaded packetUploaded;
 
     std::u16string tempFilePath;  ///< ends in "\" once set
     Long storeId = 0;
@@ -34,7 +34,7 @@ struct State {
     std::u16string documentHead;  ///< what every packet but the first begins with
     std::u16string schemaSource;
 
-    std::unique_ptr<platform::Document> document;  ///< the document loaded last
+    std::unique_ptr<ports::Document> document;  ///< the document loaded last
     bool documentLoaded = false;
     bool schemaValid = false;
     std::u16string uploadResult;  ///< "file number,file number", cleared by Send
@@ -51,9 +51,8 @@ struct State {
     std::u16string openExternalOrder;  ///< its number
     std::u16string openDebtor;         ///< its id
 
-    TextBuffer element;         ///< buffer of the record being written
-    std::u16string packetKind;  ///< buffer of its kind and packet number
-    std::u16string fileName;    ///< buffer of its packet file's name
+    TextBuffer element;       ///< buffer of the record being written
+    std::u16string fileName;  ///< buffer of its packet file's name
 };
 
 }  // namespace quill1xml::store

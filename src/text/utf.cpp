@@ -1,6 +1,9 @@
+#include "text/utf.hpp"
+
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace quill1xml {
@@ -8,8 +11,8 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-void appendUtf8(std::string& out, char32_t c) {
-    const auto put = [&out](char32_t byte) { out.push_back(static_cast<char>(byte)); };
+char* writeUtf8(char* to, char32_t c) {
+    const auto put = [&to](char32_t byte) { *to++ = static_cast<char>(byte); };
     if (c < 0x80) {
         put(c);
     } else if (c < 0x800) {
@@ -25,6 +28,7 @@ void appendUtf8(std::string& out, char32_t c) {
         put(0x80 | ((c >> 6) & 0x3F));
         put(0x80 | (c & 0x3F));
     }
+    return to;
 }
 
 void appendUtf16(std::u16string& out, char32_t c) {
@@ -68,6 +72,18 @@ Decoded decodeUtf8(std::string_view text) {
 
 }  // namespace
 
+bool isUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto ascii = std::find_if(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
+        bytes.remove_prefix(static_cast<std::size_t>(ascii - bytes.begin()));
+        if (bytes.empty()) break;
+        const std::size_t length = decodeUtf8(bytes).length;
+        if (length == 0) return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
 std::u16string toUtf16(std::string_view utf8) {
     std::u16string out;
     out.reserve(utf8.size());
@@ -83,24 +99,37 @@ std::u16string toUtf16(std::string_view utf8) {
     return out;
 }
 
+void appendUtf8(std::string& out, std::u16string_view utf16) {
+    // In pieces, so that a large text needs no larger buffer beside it.
+    constexpr std::size_t longestUnit = 3;
+    std::array<char, 1024 * longestUnit> buffer;
+    std::size_t i = 0;
+    while (i < utf16.size()) {
+        char* to = buffer.data();
+        // A pair takes two units and four bytes.
+        for (const std::size_t end = std::min(i + 1023, utf16.size()); i < end; ++i) {
+            const char16_t unit = utf16[i];
+            if (unit < 0x80) {
+                *to++ = static_cast<char>(unit);
+                continue;
+            }
+            const bool high = unit >= 0xD800 && unit < 0xDC00;
+            const bool low = unit >= 0xDC00 && unit < 0xE000;
+            if (high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] < 0xE000) {
+                const char32_t lead = static_cast<char32_t>(unit) - 0xD800u;
+                to = writeUtf8(to, 0x10000u + (lead << 10) + (utf16[++i] - 0xDC00u));
+            } else {
+                to = writeUtf8(to, high || low ? replacement : static_cast<char32_t>(unit));
+            }
+        }
+        out.append(buffer.data(), to);
+    }
+}
+
 std::string toUtf8(std::u16string_view utf16) {
     std::string out;
     out.reserve(utf16.size());
-    for (std::size_t i = 0; i < utf16.size(); ++i) {
-        const char16_t unit = utf16[i];
-        if (unit < 0x80) {
-            out.push_back(static_cast<char>(unit));
-            continue;
-        }
-        const bool high = unit >= 0xD800 && unit < 0xDC00;
-        const bool low = unit >= 0xDC00 && unit < 0xE000;
-        if (high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] < 0xE000) {
-            appendUtf8(out, 0x10000u + ((static_cast<char32_t>(unit) - 0xD800u) << 10) + (utf16[i + 1] - 0xDC00u));
-            ++i;
-        } else {
-            appendUtf8(out, high || low ? replacement : static_cast<char32_t>(unit));
-        }
-    }
+    appendUtf8(out, utf16);
     return out;
 }
 

@@ -68,11 +68,10 @@ constexpr Reference references[] = {{u"quot;", u'"'}, {u"#39;", u'\''},   {u"#60
 
 }  // namespace
 
-XmlText::XmlText(const std::function<char16_t(std::uint8_t)>& character) {
+XmlText::XmlText(const CodePage& codePage) {
+    std::copy(codePage.begin() + firstExtended, codePage.end(), characters_.begin());
     for (int code = firstExtended; code < 256; ++code) {
-        const char16_t c = character(static_cast<std::uint8_t>(code));
-        characters_[static_cast<std::size_t>(code - firstExtended)] = c;
-        codes_.push_back({c, static_cast<std::uint8_t>(code)});
+        codes_.push_back({codePage[static_cast<std::size_t>(code)], static_cast<std::uint8_t>(code)});
     }
     std::ranges::stable_sort(codes_, {}, &Extended::character);
 }

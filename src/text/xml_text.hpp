@@ -9,7 +9,6 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,8 +17,7 @@ namespace quill1xml {
 /// Encodes and decodes with the characters of one single-byte code page.
 class XmlText {
 public:
-    /// Takes the character of each byte of the code page.
-    explicit XmlText(const std::function<char16_t(std::uint8_t)>& character);
+    explicit XmlText(const CodePage& codePage);
 
     /// Appends the text with &, quotes, <, > and é as references, and the en dash flattened to a hyphen. With
     /// `allExtended` every character of codes 128 to 255 becomes a reference to its code-page number (not its Unicode

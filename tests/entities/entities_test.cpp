@@ -22,15 +22,14 @@ protected:
     /// An object over the root of a document, which nothing else keeps.
     template <class Item>
     Item over(const std::string& xml) {
-        platform::ParseError error;
-        const auto document = environment_->xml->parse(toUtf16(xml), nullptr, error);
+        ports::ParseError error;
+        const auto document = environment_->xml->parseBytes(std::string(xml), ports::SourceEncoding::utf8, error);
         if (document == nullptr) throw std::runtime_error(xml);
         return Item(Node(document->root()), environment_);
     }
 
     testing::FakeEnvironment fake_;
-    std::shared_ptr<const platform::Environment> environment_ =
-        std::make_shared<platform::Environment>(fake_.environment());
+    std::shared_ptr<const ports::Environment> environment_ = std::make_shared<ports::Environment>(fake_.environment());
 };
 
 TEST_F(Entities, NumbersAreConvertedAsHostsDo) {

@@ -133,8 +133,8 @@ protected:
     }
 
     Node nodeOf(const std::string& xml) {
-        platform::ParseError error;
-        const auto document = fake_.environment().xml->parse(toUtf16(xml), nullptr, error);
+        ports::ParseError error;
+        const auto document = fake_.environment().xml->parseBytes(std::string(xml), ports::SourceEncoding::utf8, error);
         if (document == nullptr) throw std::runtime_error(xml);
         return Node(document->root());
     }

@@ -234,7 +234,7 @@ TEST_F(Upload, OfADocumentFile) {
                            .strWebStoreSchemaSource = u"newer",
                            .strArchivePath = u"D:"}),
               u"8");
-    EXPECT_EQ(fake_.xml->schemas.back(), u"newer");
+    EXPECT_EQ(fake_.schemaFiles->schemas.back(), u"newer");
     EXPECT_THAT(bodies(), ElementsAre(utf8(document)));
     EXPECT_EQ(fake_.http->requests[0].url, u"http://f");
     EXPECT_THAT(fake_.xml->saved, IsEmpty());
@@ -245,7 +245,7 @@ TEST_F(Upload, OfADocumentFile) {
     expectError([&] { store_.Send({.strSource = u"File", .strWebStoreSource = u"none"}); }, applicationError,
                 u"Failed to load file because : ");
     EXPECT_EQ(fake_.http->requests.size(), 1u);
-    EXPECT_EQ(fake_.xml->schemas.back(), u"newer") << "remembered when none is given";
+    EXPECT_EQ(fake_.schemaFiles->schemas.back(), u"newer") << "remembered when none is given";
 }
 
 }  // namespace

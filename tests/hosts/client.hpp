@@ -2,7 +2,7 @@
 #pragma once
 
 #include "automation/com/guid.hpp"
-#include "automation/com/identity.hpp"
+#include "automation/identity.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"

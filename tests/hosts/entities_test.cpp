@@ -48,7 +48,7 @@ struct SameAs {
 
 TEST_F(Exchange, DownloadsComeInEveryForm) {
     const automation::Class& storeClass = automation::storeClass();
-    const auto native = storeClass.create(platform::systemEnvironment());
+    const auto native = storeClass.create(ports::systemEnvironment());
     const auto store = server.create("Store");
     const std::pair<const char16_t*, const char16_t*> downloads[] = {
         {u"ReceiveCustomers", u"/customers"}, {u"ReceiveOrders", u"/orders"}, {u"ReceiveQuotations", u"/quotations"}};

@@ -1,4 +1,4 @@
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 #include "support/expect_error.hpp"
 #include "support/temp_folder.hpp"
 

@@ -1,7 +1,7 @@
 // Ahead of all that includes the older sockets.
 #include <winsock2.h>
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/url.hpp"
 #include "support/expect_error.hpp"

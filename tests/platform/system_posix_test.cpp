@@ -1,4 +1,4 @@
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,13 +29,13 @@ TEST(PosixSystem, CodePageIsWindows1252) {
     const auto system = systemEnvironment().system;
     const std::set<int> undefined{0x81, 0x8D, 0x8F, 0x90, 0x9D};
     for (int byte = 0; byte < 256; ++byte) {
-        const char16_t character = system->codePageCharacter(static_cast<std::uint8_t>(byte));
+        const char16_t character = system->codePage()[static_cast<std::size_t>(byte)];
         const bool same = byte < 0x80 || byte >= 0xA0 || undefined.contains(byte);
         EXPECT_EQ(character == byte, same) << byte;
     }
-    EXPECT_EQ(system->codePageCharacter(0x80), u'\u20AC');
-    EXPECT_EQ(system->codePageCharacter(0x96), u'\u2013');
-    EXPECT_EQ(system->codePageCharacter(0x9F), u'\u0178');
+    EXPECT_EQ(system->codePage()[0x80], u'\u20AC');
+    EXPECT_EQ(system->codePage()[0x96], u'\u2013');
+    EXPECT_EQ(system->codePage()[0x9F], u'\u0178');
 }
 
 TEST(PosixSystem, ThreadsHaveIdsOfTheirOwn) {

@@ -1,6 +1,7 @@
-#include "platform/declared_encoding.hpp"
-#include "platform/reply_text.hpp"
-#include "platform/wildcard.hpp"
+#include "quill1xml/text.hpp"
+#include "text/declared_encoding.hpp"
+#include "text/reply_text.hpp"
+#include "text/wildcard.hpp"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +48,7 @@ TEST(ReplyText, MarkThenCharsetThenDeclarationDecide) {
         {"", "\0<\0a"s, u"<a"},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(replyText({200, c.contentType, c.body}), c.expected) << c.contentType << " | " << c.body;
+        EXPECT_EQ(replyText({200, c.contentType, c.body}), toUtf8(c.expected)) << c.contentType << " | " << c.body;
     }
 }
 

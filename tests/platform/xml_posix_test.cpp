@@ -1,4 +1,5 @@
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
+#include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
 #include "support/loopback_server.hpp"
 #include "support/temp_folder.hpp"
@@ -18,7 +19,7 @@ class PosixXmlTest : public ::testing::Test {
 protected:
     ParseError failure(Text text) {
         ParseError error;
-        EXPECT_FALSE(xml_->parse(std::u16string(text), nullptr, error));
+        EXPECT_FALSE(xml_->parse({{text}}, nullptr, error));
         return error;
     }
 
@@ -67,11 +68,11 @@ TEST_F(PosixXmlTest, DepthIsBoundedAndSizeIsNot) {
         return text;
     };
     ParseError error;
-    EXPECT_TRUE(xml_->parse(nested(256), nullptr, error)) << utf8(error.reason);
+    EXPECT_TRUE(xml_->parse({{Text(nested(256))}}, nullptr, error)) << utf8(error.reason);
     EXPECT_EQ(failure(nested(257)).reason, u"Elements are nested more than 256 levels deep");
 
     const std::u16string image(11'000'000, u'A');
-    const auto document = xml_->parse(u"<a x='" + image + u"'>" + image + u"</a>", nullptr, error);
+    const auto document = xml_->parse({{u"<a x='", image, u"'>", image, u"</a>"}}, nullptr, error);
     ASSERT_TRUE(document) << utf8(error.reason);
     EXPECT_TRUE(document->root()->attribute(u"x") == image);
 }
@@ -83,7 +84,7 @@ TEST_F(PosixXmlTest, DocumentTypesBringNothingIn) {
     LoopbackServer server([](const std::string&) { return httpReply("200 OK", "", "<!ENTITY e 'x'>"); });
     const std::u16string type = u"<!DOCTYPE a SYSTEM 'http://" + server.address() + u"/a.dtd'>";
     ParseError error;
-    EXPECT_TRUE(xml_->parse(type + u"<a/>", nullptr, error)) << utf8(error.reason);
+    EXPECT_TRUE(xml_->parse({{type, u"<a/>"}}, nullptr, error)) << utf8(error.reason);
     failure(type + u"<a>&e;</a>");
     failure(type + u"<a x='&e;'/>");
     EXPECT_TRUE(server.requests().empty());
@@ -117,7 +118,7 @@ TEST_F(PosixXmlTest, SerialisedTextKeepsTheDeclarationWithoutEncoding) {
     };
     for (const auto& c : cases) {
         ParseError error;
-        const auto document = xml_->parse(std::u16string(c.text), nullptr, error);
+        const auto document = xml_->parse({{c.text}}, nullptr, error);
         ASSERT_TRUE(document);
         EXPECT_EQ(document->xml(), c.expected);
     }
@@ -133,7 +134,7 @@ constexpr const char* rowsSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/200
 </xs:schema>)";
 
 TEST_F(PosixXmlTest, ValidationErrorsSayWhere) {
-    const auto schema = xml_->loadSchema(folder_.create(u"rows.xsd", rowsSchema));
+    const auto schema = store::loadSchema(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
     std::string text = "<Store xmlns='WebStore'>\n";
     for (int line = 2; line <= 100'000; ++line) text += line == 70'000 ? "<Row n='seventy'/>\n" : "<Row n='1'/>\n";
     const std::u16string name = folder_.create(u"rows.xml", text + "</Store>");
@@ -148,15 +149,14 @@ TEST_F(PosixXmlTest, ValidationErrorsSayWhere) {
 }
 
 TEST_F(PosixXmlTest, DocumentsDoNotChooseTheirSchema) {
-    const auto schema = xml_->loadSchema(folder_.create(u"rows.xsd", rowsSchema));
+    const auto schema = store::loadSchema(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
     const std::u16string other = folder_.create(
         u"other.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='Other'/></xs:schema>");
     ParseError error;
-    const auto document = xml_->parse(
-        u"<Other xmlns:i='http://www.w3.org/2001/XMLSchema-instance' "
-        u"i:noNamespaceSchemaLocation='" +
-            folder_.path().u16string() + u"/other.xsd'/>",
-        schema, error);
+    const auto document = xml_->parse({{u"<Other xmlns:i='http://www.w3.org/2001/XMLSchema-instance' "
+                                        u"i:noNamespaceSchemaLocation='",
+                                        Text(other), u"'/>"}},
+                                      schema, error);
     EXPECT_NE(document->validate().code, 0);
 }
 
@@ -171,13 +171,14 @@ TEST_F(PosixXmlTest, SchemasComeFromFilesAndUrls) {
          {path + u"/rows \u00E9.xsd", u"file://" + path + u"/rows%20%c3%A9.xsd",
           u"FILE://localhost" + path + u"/rows \u00E9.xsd", u"HTTP://" + server.address() + u"/rows.xsd?v=1"}) {
         ParseError error;
-        const auto document =
-            xml_->parse(u"<Store xmlns='WebStore'><Row n='x'/></Store>", xml_->loadSchema(location), error);
+        const auto document = xml_->parse({{u"<Store xmlns='WebStore'><Row n='x'/></Store>"}},
+                                          store::loadSchema(systemEnvironment(), location), error);
         EXPECT_NE(document->validate().code, 0) << utf8(location);
     }
-    expectError([&] { xml_->loadSchema(u"file://" + path + u"/none.xsd"); }, 53, path + u"/none.xsd");
-    expectError([&] { xml_->loadSchema(u"http://u:secret@" + server.address() + u"/none.xsd"); }, 53,
-                u": http://" + server.address() + u"/none.xsd");
+    expectError([&] { store::loadSchema(systemEnvironment(), u"file://" + path + u"/none.xsd"); }, 53,
+                path + u"/none.xsd");
+    expectError([&] { store::loadSchema(systemEnvironment(), u"http://u:secret@" + server.address() + u"/none.xsd"); },
+                53, u": http://" + server.address() + u"/none.xsd");
 }
 
 TEST_F(PosixXmlTest, ASchemaStandsAlone) {
@@ -186,8 +187,8 @@ TEST_F(PosixXmlTest, ASchemaStandsAlone) {
         folder_.create(u"outer.xsd",
                        "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' targetNamespace='WebStore'>\n"
                        "<xs:include schemaLocation='rows.xsd'/></xs:schema>");
-    expectError([&] { xml_->loadSchema(name); }, applicationError, u"another schema document");
-    expectError([&] { xml_->loadSchema(name); }, applicationError, u"(line 2)");
+    expectError([&] { store::loadSchema(systemEnvironment(), name); }, applicationError, u"another schema document");
+    expectError([&] { store::loadSchema(systemEnvironment(), name); }, applicationError, u"(line 2)");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
+#include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
 #include "support/temp_folder.hpp"
 #include "support/text_printer.hpp"
@@ -21,7 +22,7 @@ class XmlTest : public ::testing::Test {
 protected:
     std::unique_ptr<Document> parse(Text text, std::shared_ptr<Schema> schema = nullptr) {
         ParseError error;
-        auto document = xml_->parse(std::u16string(text), std::move(schema), error);
+        auto document = xml_->parse({{text}}, std::move(schema), error);
         if (!document) throw std::runtime_error("does not parse: " + utf8(error.reason));
         EXPECT_EQ(error.code, 0);
         return document;
@@ -129,7 +130,7 @@ TEST_F(XmlTest, WhatIsNotWellFormedIsRefused) {
     };
     for (const auto& text : cases) {
         ParseError error;
-        EXPECT_FALSE(xml_->parse(text, nullptr, error)) << utf8(text.substr(0, 100));
+        EXPECT_FALSE(xml_->parse({{text}}, nullptr, error)) << utf8(text.substr(0, 100));
         EXPECT_NE(error.code, 0) << utf8(text.substr(0, 100));
         EXPECT_NE(error.reason, u"") << utf8(text.substr(0, 100));
     }
@@ -194,7 +195,7 @@ constexpr const char* taxSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001
 </xs:schema>)";
 
 TEST_F(XmlTest, DocumentsAreHeldAgainstTheirSchema) {
-    const auto schema = xml_->loadSchema(folder_.create(u"store.xsd", taxSchema));
+    const auto schema = store::loadSchema(systemEnvironment(), folder_.create(u"store.xsd", taxSchema));
     const struct {
         Text content;
         bool valid;
@@ -218,11 +219,12 @@ TEST_F(XmlTest, DocumentsAreHeldAgainstTheirSchema) {
 
 TEST_F(XmlTest, SchemasThatAreMissingOrBrokenAreErrors) {
     const std::u16string missing = folder_.name(u"missing.xsd");
-    expectError([&] { xml_->loadSchema(missing); }, 53, missing);
-    expectError([&] { xml_->loadSchema(folder_.name(u"no\\folder.xsd")); }, 76, folder_.name(u"no"));
+    expectError([&] { store::loadSchema(systemEnvironment(), missing); }, 53, missing);
+    expectError([&] { store::loadSchema(systemEnvironment(), folder_.name(u"no\\folder.xsd")); }, 76,
+                folder_.name(u"no"));
     for (const char* const text : {"", "<xs:schema", "<a/>", "<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"}) {
         const std::u16string broken = folder_.create(u"broken.xsd", text);
-        expectError([&] { xml_->loadSchema(broken); }, applicationError, broken);
+        expectError([&] { store::loadSchema(systemEnvironment(), broken); }, applicationError, broken);
     }
 }
 

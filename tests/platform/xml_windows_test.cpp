@@ -2,6 +2,7 @@
 #include "platform/windows/document_type.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/text_encoding.hpp"
+#include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
 #include "support/temp_folder.hpp"
 #include "support/text_printer.hpp"
@@ -38,7 +39,7 @@ TEST(DomNodes, ElementsOfAnyVersionAreTakenAndNothingElse) {
 
 TEST(DomNodes, ADocumentIsHandedOutAsItsObject) {
     ParseError error;
-    const auto document = systemEnvironment().xml->parse(u"<a/>", nullptr, error);
+    const auto document = systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error);
     ASSERT_TRUE(document);
     EXPECT_TRUE(com::query<IXMLDOMDocument2>(documentDispatch(*document), iidXmlDomDocument2));
 }
@@ -46,7 +47,7 @@ TEST(DomNodes, ADocumentIsHandedOutAsItsObject) {
 TEST(DomNodes, AThreadWithoutComIsTold) {
     std::thread([] {
         ParseError error;
-        expectError([&] { systemEnvironment().xml->parse(u"<a/>", nullptr, error); }, CO_E_NOTINITIALIZED,
+        expectError([&] { systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error); }, CO_E_NOTINITIALIZED,
                     u"has not initialised COM");
     }).join();
     expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u"Quill1XML.NoSuchClass");
@@ -111,7 +112,7 @@ TEST(EncodedXml, WhatAnEncodingLacksBecomesAReference) {
 TEST(XdrSchema, HoldsDocumentsAgainstIt) {
     const testing::TempFolder folder;
     const auto xml = systemEnvironment().xml;
-    const auto schema = xml->loadSchema(folder.create(u"100% #1.xdr", R"(<Schema name="WebStore"
+    const auto schema = store::loadSchema(systemEnvironment(), folder.create(u"100% #1.xdr", R"(<Schema name="WebStore"
         xmlns="urn:schemas-microsoft-com:xml-data" xmlns:dt="urn:schemas-microsoft-com:datatypes">
       <ElementType name="Tax" content="empty" model="closed">
         <AttributeType name="Code" dt:type="string" required="yes"/><attribute type="Code"/>

@@ -5,6 +5,7 @@
 #include "quill1xml/schema.hpp"
 #include "quill1xml/store.hpp"
 #include "records/elements.hpp"
+#include "store/schema_source.hpp"
 #include "support/fake_environment.hpp"
 #include "support/order_list.hpp"
 #include "support/temp_folder.hpp"
@@ -20,21 +21,22 @@ namespace quill1xml::testing {
 class SchemaJudge {
 public:
     explicit SchemaJudge(SchemaDialect dialect)
-        : schema_(xml_->loadSchema(folder_.create(dialect == SchemaDialect::xsd ? u"WebStore.xsd" : u"WebStore.xdr",
-                                                  storeSchema(dialect)))) {}
+        : schema_(store::loadSchema(ports::systemEnvironment(),
+                                    folder_.create(dialect == SchemaDialect::xsd ? u"WebStore.xsd" : u"WebStore.xdr",
+                                                   storeSchema(dialect)))) {}
 
     /// Why a document is refused; empty when it is valid.
     std::string objection(Text document) {
-        platform::ParseError error;
-        const auto parsed = xml_->parse(std::u16string(document), schema_, error);
+        ports::ParseError error;
+        const auto parsed = xml_->parse({{document}}, schema_, error);
         if (parsed != nullptr) error = parsed->validate();
         return error ? utf8(error.reason) + " (" + utf8(error.sourceText) + ")" : std::string();
     }
 
 private:
-    std::shared_ptr<platform::Xml> xml_ = platform::systemEnvironment().xml;
+    std::shared_ptr<ports::Xml> xml_ = ports::systemEnvironment().xml;
     TempFolder folder_;
-    std::shared_ptr<platform::Schema> schema_;
+    std::shared_ptr<ports::Schema> schema_;
 };
 
 /// Fills every parameter of a record method with something that its conditions let through: words of enumerations, the
@@ -53,17 +55,17 @@ inline void fill(automation::Arguments& arguments, const automation::Member& mem
             }
         }
         switch (parameter.type) {
-            case Type::text:
-            case Type::variantText: arguments.setText(i, text); break;
-            case Type::integer:
-            case Type::variantInteger:
-            case Type::longInteger: arguments.setWhole(i, 1); break;
-            case Type::floating: arguments.setDouble(i, 0.5); break;
-            case Type::currency: arguments.setCurrency(i, Currency{5000}); break;
-            case Type::boolean: arguments.setBoolean(i, true); break;
-            case Type::date: arguments.setDate(i, Date::of(2007, 3, 5, 14, 7, 9)); break;
-            case Type::node:
-            case Type::nodeList: break;
+            case ParameterType::text:
+            case ParameterType::variantText: arguments.setText(i, text); break;
+            case ParameterType::integer:
+            case ParameterType::variantInteger:
+            case ParameterType::longInteger: arguments.setWhole(i, 1); break;
+            case ParameterType::floating: arguments.setDouble(i, 0.5); break;
+            case ParameterType::currency: arguments.setCurrency(i, Currency{5000}); break;
+            case ParameterType::boolean: arguments.setBoolean(i, true); break;
+            case ParameterType::date: arguments.setDate(i, Date::of(2007, 3, 5, 14, 7, 9)); break;
+            case ParameterType::node:
+            case ParameterType::nodeList: break;
         }
     }
 }

@@ -76,9 +76,9 @@ protected:
 
     std::u16string url(Text path) { return toUtf16(server_.url()) + std::u16string(path); }
 
-    static platform::Environment environment() {
+    static ports::Environment environment() {
         setenv("no_proxy", "*", 1);
-        platform::Environment environment = platform::systemEnvironment();
+        ports::Environment environment = ports::systemEnvironment();
         environment.log = std::make_shared<testing::FakeLog>();
         return environment;
     }

@@ -5,7 +5,6 @@
 #include "quill1xml/store.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
-#include "support/temp_folder.hpp"
 
 #include <gmock/gmock.h>
 
@@ -42,7 +41,7 @@ TEST(Documents, AreWrappedAroundTheFirstPacketOfAKind) {
               document("7", "<DebtorStaff a=\"1\"/><DebtorStaff/>"));
     fake.xml->validateError.code = 1;
     EXPECT_EQ(utf8(store.QuoteXML({-1, u"u&1", u"p<2", u"s4"})), document("-1", "<Quote/>"));
-    EXPECT_THAT(fake.xml->schemas, ElementsAre(u"s1")) << "only the first is loaded and validated";
+    EXPECT_THAT(fake.schemaFiles->schemas, ElementsAre(u"s1")) << "only the first is loaded and validated";
 
     expectError([&] { store.XML({8, u"u", u"p", u"s"}); }, 53, u"T\\WebStoreOrder8_1.tmp");
     store.Save({u"T\\saved.xml"});
@@ -79,40 +78,43 @@ TEST(Documents, TellWhyTheyDoNotLoadOrAreNotValid) {
     EXPECT_EQ(nothing->source(), u"Quill1XML.Store.Validate()");
     EXPECT_EQ(nothing->description(), u"The document object has not yet been loaded. There is nothing to Validate.");
 
-    const platform::ParseError error{-3, 10, 2, 4, u"why", u"<a", u"file.xml"};
-    const auto failure = [&](store::DocumentSource source, Text fileName) {
-        const auto thrown = errorOf([&] { store::load(state, source, fileName, u"<a/>"); });
+    const ports::ParseError error{-3, 10, 2, 4, u"why", u"<a", u"file.xml"};
+    const auto loadText = [&] { store::loadText(state, {{u"<a/>"}}); };
+    const auto loadFile = [&](Text name) { return [&state, name] { store::loadFile(state, name); }; };
+    const auto failure = [&](const auto& loading) {
+        const auto thrown = errorOf(loading);
         EXPECT_EQ(thrown->number(), -2147221504);
         return utf8(thrown->source()) + "|" + utf8(thrown->description());
     };
     fake.xml->parseError = error;
-    EXPECT_EQ(failure(store::DocumentSource::memory, {}),
+    EXPECT_EQ(failure(loadText),
               "Quill1XML.Store.Load()|Failed to load web store document XML.\r\nError Code: -3.\r\nReason: why.");
-    EXPECT_EQ(failure(store::DocumentSource::file, u"f"),
+    EXPECT_EQ(failure(loadFile(u"f")),
               "Quill1XML.Store.Load()|Failed to load file because : \r\nError Code : -3.\r\nFile Position : 10.\r\n"
               "Line : 2.\r\nLine Position : 4.\r\nReason : why.\r\nSource Text : <a.\r\nURL : file.xml.");
     EXPECT_FALSE(state.documentLoaded);
     fake.xml->parseError = {};
     fake.xml->validateError = error;
-    EXPECT_EQ(failure(store::DocumentSource::memory, {}),
+    EXPECT_EQ(failure(loadText),
               "Quill1XML.Store.Validate()|The Web Store XML document is not schema valid.\r\nError Code: -3.\r\n"
               "File Position: 10.\r\nLine Number: 2.\r\nLine Position: 4.\r\nReason: why.\r\nSource Text: <a.\r\n"
               "URL: file.xml.");
     EXPECT_FALSE(state.schemaValid);
     fake.xml->validateError = {};
-    store::load(state, store::DocumentSource::memory, {}, u"<a/>");
+    loadText();
     EXPECT_TRUE(state.schemaValid);
     // A file name that is missing is told before a schema that is.
     state.schemaSource.clear();
-    EXPECT_EQ(failure(store::DocumentSource::file, {}), "Quill1XML.Store.Load()|There is no Web Store Source to load.");
+    EXPECT_EQ(failure(loadFile({})), "Quill1XML.Store.Load()|There is no Web Store Source to load.");
     EXPECT_FALSE(state.schemaValid);
-    expectError([&] { store::load(state, store::DocumentSource::memory, {}, u"<a/>"); }, 5, u"schema source");
+    expectError(loadText, 5, u"schema source");
 }
 
 TEST(Documents, AreHeldAgainstTheGeneratedSchema) {
     testing::FakeEnvironment fake;
-    const testing::TempFolder folder;
-    const std::u16string schema = folder.create(u"WebStore.xsd", storeSchema(SchemaDialect::xsd));
+    const std::u16string schema = u"WebStore.xsd";
+    const std::string content = storeSchema(SchemaDialect::xsd);
+    fake.files->bytes[schema] = Bytes(content.begin(), content.end());
     fake.files->texts[u"T\\WebStoreOrder7_1.tmp"] = u"<Tax TaxCode=\"A\"/>";
     fake.files->texts[u"T\\WebStoreQuote7_1.tmp"] = u"<Tax/>";
     Store store(fake.environment());
@@ -123,7 +125,7 @@ TEST(Documents, AreHeldAgainstTheGeneratedSchema) {
     EXPECT_NO_THROW(valid.XML({7, u"u", u"p", schema}));
     Store without(fake.environment());
     without.SetTempFilePath({u"T"});
-    expectError([&] { without.XML({7, u"u", u"p", folder.name(u"none.xsd")}); }, 53, u"none.xsd");
+    expectError([&] { without.XML({7, u"u", u"p", u"none.xsd"}); }, 53, u"none.xsd");
 }
 
 }  // namespace

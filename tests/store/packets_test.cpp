@@ -1,6 +1,6 @@
 // Packet files: where they go, how they fill, and what a failure leaves behind.
 #include "quill1xml/store.hpp"
-#include "store/trap.hpp"
+#include "store/error_log.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
 
@@ -145,11 +145,11 @@ TEST(Packets, AreCleanedUpByName) {
 
 TEST(Labels, DifferFromTheNameWhereHostsKnowThemSo) {
     const auto text = [](store::Label label) { return label.text; };
-    EXPECT_EQ(text(store::labelOf<arguments::AddTax>("usual")), "usual");
-    EXPECT_EQ(text(store::labelOf<arguments::SetTempFilePath>("")), "Method: Quill1XML.Store.TempFilePath");
-    EXPECT_EQ(text(store::labelOf<arguments::SetStoreID>("")), "Method: Quill1XML.Store.SetStoreID");
-    EXPECT_EQ(text(store::labelOf<arguments::SetPacketSize>("")), "Method: Quill1XML.Store.SetPacketSize");
-    EXPECT_EQ(text(store::labelOf<arguments::EncodeString>("")), "Method: Quill1XML.EncodeString()");
+    EXPECT_EQ(text(store::labels::of<arguments::AddTax>), "Method: Quill1XML.Store.AddTax()");
+    EXPECT_EQ(text(store::labels::of<arguments::SetTempFilePath>), "Method: Quill1XML.Store.TempFilePath");
+    EXPECT_EQ(text(store::labels::of<arguments::SetStoreID>), "Method: Quill1XML.Store.SetStoreID");
+    EXPECT_EQ(text(store::labels::of<arguments::SetPacketSize>), "Method: Quill1XML.Store.SetPacketSize");
+    EXPECT_EQ(text(store::labels::of<arguments::EncodeString>), "Method: Quill1XML.EncodeString()");
 
     const struct {
         std::function<void(Store&)> call;

@@ -1,7 +1,7 @@
 #include "support/fake_environment.hpp"
 
-#include "platform/wildcard.hpp"
 #include "text/date.hpp"
+#include "text/wildcard.hpp"
 
 namespace quill1xml::testing {
 
@@ -12,7 +12,7 @@ std::vector<std::u16string> FakeFiles::list(Text pattern) {
     const auto take = [&](const std::u16string& fileName) {
         const Text name = Text(fileName).substr(fileName.rfind(u'\\') + 1);
         if (fileName.starts_with(folder) && folder.size() + name.size() == fileName.size() &&
-            platform::matchesWildcard(name, pattern.substr(separator + 1), false)) {
+            matchesWildcard(name, pattern.substr(separator + 1), false)) {
             names.emplace_back(name);
         }
     };
@@ -21,7 +21,7 @@ std::vector<std::u16string> FakeFiles::list(Text pattern) {
     return names;
 }
 
-platform::HttpReply FakeHttp::post(Text url, std::string_view contentType, std::string_view body) {
+ports::HttpReply FakeHttp::post(Text url, std::string_view contentType, std::string_view body) {
     requests.push_back({std::u16string(url), std::string(contentType), std::string(body)});
     if (replies.empty()) throw runtimeError(RuntimeError::automationError, u"no connection");
     auto reply = std::move(replies.front());

@@ -2,9 +2,9 @@
 // server.
 #pragma once
 
-#include "platform/platform.hpp"
-#include "platform/windows_1252.hpp"
+#include "quill1xml/ports.hpp"
 #include "support/text_printer.hpp"
+#include "text/windows_1252.hpp"
 
 #include <deque>
 #include <map>
@@ -14,7 +14,7 @@
 namespace quill1xml::testing {
 
 /// Files by their host names. Names compare exactly.
-class FakeFiles : public platform::Files {
+class FakeFiles : public ports::Files {
 public:
     std::map<std::u16string, std::u16string> texts;
     std::map<std::u16string, Bytes> bytes;
@@ -32,6 +32,7 @@ public:
     Bytes readBytes(Text fileName) override { return find(bytes, fileName); }
     std::vector<std::u16string> list(Text pattern) override;
     void remove(Text fileName) override { texts.erase(std::u16string(fileName)); }
+    std::u16string fileOfUrl(Text url) const override { return std::u16string(url); }
 
 private:
     void refuseWhenFull(Text fileName) const {
@@ -45,20 +46,20 @@ private:
     }
 };
 
-class FakeLog : public platform::EventLog {
+class FakeLog : public ports::EventLog {
 public:
     std::vector<std::u16string> entries;
     void writeError(Text text) noexcept override { entries.emplace_back(text); }
 };
 
-class FakeClock : public platform::Clock {
+class FakeClock : public ports::Clock {
 public:
     Date time = Date::of(2007, 3, 5, 14, 7, 9);
     Date now() override { return time; }
 };
 
 /// Answers posts from a queue and records them.
-class FakeHttp : public platform::Http {
+class FakeHttp : public ports::Http {
 public:
     struct Request {
         std::u16string url;
@@ -66,18 +67,19 @@ public:
         std::string body;
     };
     std::vector<Request> requests;
-    std::deque<platform::HttpReply> replies;  ///< an empty queue is a transport failure
+    std::deque<ports::HttpReply> replies;  ///< an empty queue is a transport failure
 
     void reply(std::string body, int status = 200) { replies.push_back({status, "text/xml", std::move(body)}); }
-    platform::HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
+    ports::HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
+    ports::HttpReply get(Text url) override { return post(url, {}, {}); }
 };
 
 /// Windows-1252, and a decimal separator to choose.
-class FakeSystem : public platform::System {
+class FakeSystem : public ports::System {
 public:
     std::u16string separator = u".";
     std::uint32_t threadId() const override { return 77; }
-    char16_t codePageCharacter(std::uint8_t byte) const override { return platform::windows1252(byte); }
+    const CodePage& codePage() const override { return windows1252; }
     std::u16string decimalSeparator() const override { return separator; }
     std::u16string generalDate(Date date) const override;
 };
@@ -90,9 +92,7 @@ struct FakeEnvironment {
     std::shared_ptr<FakeSystem> system = std::make_shared<FakeSystem>();
 
     /// The fakes with the real XML parser.
-    platform::Environment environment() const {
-        return {files, log, clock, http, platform::systemEnvironment().xml, system};
-    }
+    ports::Environment environment() const { return {files, log, clock, http, ports::systemEnvironment().xml, system}; }
 };
 
 }  // namespace quill1xml::testing

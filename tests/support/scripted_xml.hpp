@@ -12,60 +12,80 @@
 namespace quill1xml::testing {
 
 /// Parses with the system's parser. A document that comes with a schema is a store document: it follows the script.
-class ScriptedXml : public platform::Xml {
+class ScriptedXml : public ports::Xml {
 public:
-    platform::ParseError parseError;                 ///< of store documents
-    platform::ParseError validateError;              ///< of store documents
-    std::vector<std::u16string> schemas;             ///< the locations asked for
+    ports::ParseError parseError;                    ///< of store documents
+    ports::ParseError validateError;                 ///< of store documents
     std::map<std::u16string, std::u16string> files;  ///< what load finds
     std::map<std::u16string, std::u16string> saved;  ///< what documents saved
 
-    std::unique_ptr<platform::Document> parse(std::u16string text, std::shared_ptr<platform::Schema> schema,
-                                              platform::ParseError& error) override {
-        if (schema == nullptr) return real_->parse(std::move(text), nullptr, error);
+    std::unique_ptr<ports::Document> parse(std::span<const Text> pieces, std::shared_ptr<ports::Schema> schema,
+                                           ports::ParseError& error) override {
+        if (schema == nullptr) return real_->parse(pieces, nullptr, error);
         error = parseError;
         if (error) return nullptr;
-        auto document = real_->parse(text, nullptr, error);
+        std::u16string text;
+        for (const Text piece : pieces) text += piece;
+        auto document = real_->parse(pieces, nullptr, error);
         return document ? std::make_unique<Scripted>(*this, std::move(document), text) : nullptr;
     }
 
-    std::unique_ptr<platform::Document> load(Text fileName, std::shared_ptr<platform::Schema> schema,
-                                             platform::ParseError& error) override {
-        return parse(files[std::u16string(fileName)], std::move(schema), error);
+    std::unique_ptr<ports::Document> parseBytes(std::string bytes, ports::SourceEncoding encoding,
+                                                ports::ParseError& error) override {
+        return real_->parseBytes(std::move(bytes), encoding, error);
     }
 
-    std::shared_ptr<platform::Schema> loadSchema(Text location) override {
-        schemas.emplace_back(location);
-        return std::make_shared<platform::Schema>();
+    std::unique_ptr<ports::Document> load(Text fileName, std::shared_ptr<ports::Schema> schema,
+                                          ports::ParseError& error) override {
+        return parse({{files[std::u16string(fileName)]}}, std::move(schema), error);
+    }
+
+    std::shared_ptr<ports::Schema> compile(std::unique_ptr<ports::Document>, Text, ports::ParseError&) override {
+        return std::make_shared<ports::Schema>();
     }
 
 private:
-    class Scripted : public platform::Document {
+    class Scripted : public ports::Document {
     public:
-        Scripted(ScriptedXml& script, std::unique_ptr<platform::Document> document, Text text)
+        Scripted(ScriptedXml& script, std::unique_ptr<ports::Document> document, Text text)
             : script_(script), document_(std::move(document)), text_(text) {}
-        std::shared_ptr<platform::Element> root() const override { return document_->root(); }
-        std::vector<std::shared_ptr<platform::Element>> select(Text path) const override {
+        std::shared_ptr<ports::Element> root() const override { return document_->root(); }
+        std::vector<std::shared_ptr<ports::Element>> select(Text path) const override {
             return document_->select(path);
         }
         std::u16string xml() const override { return text_; }
+        std::string utf8() const override { return toUtf8(text_); }
         void save(Text fileName) const override { script_.saved[std::u16string(fileName)] = text_; }
-        platform::ParseError validate() override { return script_.validateError; }
+        ports::ParseError validate() override { return script_.validateError; }
 
     private:
         ScriptedXml& script_;
-        std::unique_ptr<platform::Document> document_;
+        std::unique_ptr<ports::Document> document_;
         std::u16string text_;
     };
 
-    std::shared_ptr<platform::Xml> real_ = platform::systemEnvironment().xml;
+    std::shared_ptr<ports::Xml> real_ = ports::systemEnvironment().xml;
+};
+
+/// Any file but "none" is a schema; those asked for are remembered.
+class SchemaFiles : public FakeFiles {
+public:
+    std::vector<std::u16string> schemas;
+    Bytes readBytes(Text fileName) override {
+        if (fileName == u"none" || bytes.contains(std::u16string(fileName))) return FakeFiles::readBytes(fileName);
+        schemas.emplace_back(fileName);
+        return {'<', 'a', '/', '>'};
+    }
 };
 
 /// The other fakes with a scripted parser.
 struct ScriptedEnvironment : FakeEnvironment {
     std::shared_ptr<ScriptedXml> xml = std::make_shared<ScriptedXml>();
+    std::shared_ptr<SchemaFiles> schemaFiles = std::make_shared<SchemaFiles>();
 
-    platform::Environment environment() const { return {files, log, clock, http, xml, system}; }
+    ScriptedEnvironment() { files = schemaFiles; }
+
+    ports::Environment environment() const { return {files, log, clock, http, xml, system}; }
 };
 
 /// The last lines of the log's entries: which method reported, in order.

@@ -1,9 +1,9 @@
 // Text and files as bytes: the string builder and base64.
-#include "platform/windows_1252.hpp"
 #include "quill1xml/cstring.hpp"
 #include "support/expect_error.hpp"
 #include "support/fake_environment.hpp"
 #include "text/base64.hpp"
+#include "text/windows_1252.hpp"
 
 namespace quill1xml {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 using testing::utf8;
 
 TEST(StringBuilder, HoldsCharactersOfTheCodePage) {
-    CString builder(std::make_shared<testing::FakeSystem>());
+    CString builder(windows1252);
     EXPECT_EQ(builder.length(), 0);
     EXPECT_EQ(builder.text(), u"");
     builder.concat(u"ab");
@@ -26,7 +26,7 @@ TEST(StringBuilder, HoldsCharactersOfTheCodePage) {
     EXPECT_EQ(builder.text(), u"");
 
     std::u16string all;
-    for (int byte = 0; byte < 256; ++byte) all.push_back(platform::windows1252(static_cast<std::uint8_t>(byte)));
+    for (const char16_t character : windows1252) all.push_back(character);
     builder.concat(all);
     EXPECT_EQ(builder.length(), 256);
     EXPECT_EQ(builder.text(), all);

@@ -4,7 +4,7 @@
 #include "automation/catalogue.hpp"
 #include "automation/com/com_object.hpp"
 #include "automation/com/connection_point.hpp"
-#include "automation/com/identity.hpp"
+#include "automation/identity.hpp"
 #include "platform/windows/com_support.hpp"
 
 #include <windows.h>

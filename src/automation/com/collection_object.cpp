@@ -4,7 +4,7 @@
 #include "automation/com/conversion.hpp"
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
-#include "automation/com/identity.hpp"
+#include "automation/identity.hpp"
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
@@ -31,11 +31,11 @@ struct CollectionInterface : IDispatch {
 enum : DISPID { itemId = DISPID_VALUE, addId = 1, countId = 2, removeId = 3, newEnumId = DISPID_NEWENUM };
 
 const Class& collectionClass() {
-    static constexpr Parameter index[] = {{"Index", Type::longInteger, true, 0}};
-    static constexpr Parameter addition[] = {{"Item", Type::variantText, true, 0},
-                                             {"Key", Type::variantText, false, 0},
-                                             {"Before", Type::variantText, false, 0},
-                                             {"After", Type::variantText, false, 0}};
+    static constexpr Parameter index[] = {{"Index", ParameterType::longInteger, true, 0}};
+    static constexpr Parameter addition[] = {{"Item", ParameterType::variantText, true, 0},
+                                             {"Key", ParameterType::variantText, false, 0},
+                                             {"Before", ParameterType::variantText, false, 0},
+                                             {"After", ParameterType::variantText, false, 0}};
     static constexpr Long noIndex = 0;
     static constexpr Member members[] = {
         {.dispid = itemId, .name = "Item", .parameters = index, .defaults = &noIndex, .argumentsSize = sizeof noIndex},
@@ -248,8 +248,8 @@ com::ComPtr<IDispatch> makeCollection(const Collection& collection) {
         }
         return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
     };
-    const platform::Environment environment =
-        collection.environment != nullptr ? *collection.environment : platform::systemEnvironment();
+    const ports::Environment environment =
+        collection.environment != nullptr ? *collection.environment : ports::systemEnvironment();
     return store::trapped(environment, {.text = collection.label}, make);
 }
 

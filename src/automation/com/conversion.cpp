@@ -26,19 +26,19 @@ const VARIANT& dereferenced(const VARIANT& value, com::Variant& copy) {
     return SUCCEEDED(result) ? copy.get() : *target;
 }
 
-VARTYPE variantType(Type type) {
+VARTYPE variantType(ParameterType type) {
     switch (type) {
-        case Type::text:
-        case Type::variantText: return VT_BSTR;
-        case Type::integer:
-        case Type::variantInteger: return VT_I2;
-        case Type::longInteger: return VT_I4;
-        case Type::floating: return VT_R8;
-        case Type::boolean: return VT_BOOL;
-        case Type::date: return VT_DATE;
-        case Type::currency: return VT_CY;
-        case Type::node:
-        case Type::nodeList: return VT_UNKNOWN;
+        case ParameterType::text:
+        case ParameterType::variantText: return VT_BSTR;
+        case ParameterType::integer:
+        case ParameterType::variantInteger: return VT_I2;
+        case ParameterType::longInteger: return VT_I4;
+        case ParameterType::floating: return VT_R8;
+        case ParameterType::boolean: return VT_BOOL;
+        case ParameterType::date: return VT_DATE;
+        case ParameterType::currency: return VT_CY;
+        case ParameterType::node:
+        case ParameterType::nodeList: return VT_UNKNOWN;
     }
     throw std::logic_error("a parameter of an unknown type");
 }
@@ -83,18 +83,18 @@ std::vector<Node> nodesOf(IUnknown* passed, const Parameter& parameter) {
 
 void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value) {
     switch (parameter.type) {
-        case Type::node: return arguments.setNodes(index, {nodeOf(value.punkVal, parameter)});
-        case Type::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, parameter));
-        case Type::text:
-        case Type::variantText:
+        case ParameterType::node: return arguments.setNodes(index, {nodeOf(value.punkVal, parameter)});
+        case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, parameter));
+        case ParameterType::text:
+        case ParameterType::variantText:
             return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
-        case Type::integer:
-        case Type::variantInteger: return arguments.setWhole(index, value.iVal);
-        case Type::longInteger: return arguments.setWhole(index, value.lVal);
-        case Type::floating: return arguments.setDouble(index, value.dblVal);
-        case Type::boolean: return arguments.setBoolean(index, value.boolVal != VARIANT_FALSE);
-        case Type::date: return arguments.setDate(index, {value.date});
-        case Type::currency: return arguments.setCurrency(index, {value.cyVal.int64});
+        case ParameterType::integer:
+        case ParameterType::variantInteger: return arguments.setWhole(index, value.iVal);
+        case ParameterType::longInteger: return arguments.setWhole(index, value.lVal);
+        case ParameterType::floating: return arguments.setDouble(index, value.dblVal);
+        case ParameterType::boolean: return arguments.setBoolean(index, value.boolVal != VARIANT_FALSE);
+        case ParameterType::date: return arguments.setDate(index, {value.date});
+        case ParameterType::currency: return arguments.setCurrency(index, {value.cyVal.int64});
     }
 }
 

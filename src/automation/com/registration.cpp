@@ -2,8 +2,8 @@
 
 #include "automation/catalogue.hpp"
 #include "automation/com/guid.hpp"
-#include "automation/com/identity.hpp"
 #include "automation/com/module.hpp"
+#include "automation/identity.hpp"
 
 #include <objbase.h>
 

@@ -21,7 +21,7 @@ public:
         *result = nullptr;
         if (outer != nullptr) return CLASS_E_NOAGGREGATION;
         return guarded(IID_IClassFactory, nullptr, [&] {
-            auto object = class_.create(platform::systemEnvironment());
+            auto object = class_.create(ports::systemEnvironment());
             const auto made =
                 com::ComPtr<IDispatch>::attach(new AutomationObject(class_, identity_, std::move(object)));
             return made->QueryInterface(id, result);

@@ -3,7 +3,7 @@
 //     quill1xml-idl > Quill1XML.idl
 
 #include "automation/catalogue.hpp"
-#include "automation/com/identity.hpp"
+#include "automation/identity.hpp"
 #include "quill1xml/text.hpp"
 
 #include <cstdlib>
@@ -26,19 +26,19 @@ std::string quoted(std::string_view text) {
     return result.append("\"");
 }
 
-std::string_view idlType(Type type) {
+std::string_view idlType(ParameterType type) {
     switch (type) {
-        case Type::text: return "BSTR";
-        case Type::integer: return "short";
-        case Type::longInteger: return "long";
-        case Type::floating: return "double";
-        case Type::boolean: return "VARIANT_BOOL";
-        case Type::date: return "DATE";
-        case Type::currency: return "CURRENCY";
-        case Type::variantText:
-        case Type::variantInteger: return "VARIANT";
-        case Type::node:
-        case Type::nodeList: return "IDispatch*";
+        case ParameterType::text: return "BSTR";
+        case ParameterType::integer: return "short";
+        case ParameterType::longInteger: return "long";
+        case ParameterType::floating: return "double";
+        case ParameterType::boolean: return "VARIANT_BOOL";
+        case ParameterType::date: return "DATE";
+        case ParameterType::currency: return "CURRENCY";
+        case ParameterType::variantText:
+        case ParameterType::variantInteger: return "VARIANT";
+        case ParameterType::node:
+        case ParameterType::nodeList: return "IDispatch*";
     }
     throw std::logic_error("a parameter of an unknown type");
 }
@@ -69,17 +69,17 @@ std::string optional(const Member& member, const Parameter& parameter) {
     const std::string_view type = idlType(parameter.type);
     bool zero = true;
     switch (parameter.type) {
-        case Type::text: return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
-        case Type::integer: return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
-        case Type::longInteger: return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
-        case Type::boolean: return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
-        case Type::floating: zero = defaultOf<Double>(member, parameter) == 0; break;
-        case Type::date: zero = defaultOf<Date>(member, parameter).days == 0; break;
-        case Type::currency: zero = defaultOf<Currency>(member, parameter).tenThousandths == 0; break;
-        case Type::variantText:
-        case Type::variantInteger:
-        case Type::node:
-        case Type::nodeList: break;
+        case ParameterType::text: return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
+        case ParameterType::integer: return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
+        case ParameterType::longInteger: return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
+        case ParameterType::boolean: return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
+        case ParameterType::floating: zero = defaultOf<Double>(member, parameter) == 0; break;
+        case ParameterType::date: zero = defaultOf<Date>(member, parameter).days == 0; break;
+        case ParameterType::currency: zero = defaultOf<Currency>(member, parameter).tenThousandths == 0; break;
+        case ParameterType::variantText:
+        case ParameterType::variantInteger:
+        case ParameterType::node:
+        case ParameterType::nodeList: break;
     }
     return std::string("[in, optional] ").append(zero ? type : "VARIANT");
 }

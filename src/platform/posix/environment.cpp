@@ -1,11 +1,10 @@
-#include "platform/posix/http.hpp"
 #include "platform/posix/parts.hpp"
 
-namespace quill1xml::platform {
+namespace quill1xml {
 
-Environment systemEnvironment() {
-    const auto http = std::make_shared<CurlHttp>();
-    return {makeFiles(), makeEventLog(), makeClock(), http, makeXml(http), makeSystem()};
+ports::Environment ports::systemEnvironment() {
+    using namespace platform;
+    return {makeFiles(), makeEventLog(), makeClock(), makeHttp(), makeXml(), makeSystem()};
 }
 
-}  // namespace quill1xml::platform
+}  // namespace quill1xml

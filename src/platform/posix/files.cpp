@@ -1,17 +1,17 @@
-// Text files are UTF-16 little-endian behind a byte-order mark.
 #include "platform/posix/files.hpp"
 
 #include "platform/posix/errors.hpp"
 #include "platform/posix/native_path.hpp"
 #include "platform/posix/parts.hpp"
-#include "platform/wildcard.hpp"
+#include "platform/text_file.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
+#include "text/wildcard.hpp"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cerrno>
-#include <cstring>
 #include <span>
 #include <utility>
 
@@ -24,7 +24,6 @@
 namespace quill1xml::platform {
 namespace {
 
-constexpr std::array<std::uint8_t, 2> byteOrderMark{0xFF, 0xFE};
 constexpr mode_t anyoneByUmask = 0666;
 
 /// Calls until a signal does not get in the way.
@@ -151,27 +150,32 @@ bool isNormalFile(DIR* folder, const dirent& entry) {
     return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
 }
 
+int hexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+std::string percentDecoded(const std::string& encoded) {
+    std::string name;
+    for (std::size_t i = 0; i < encoded.size(); ++i) {
+        const bool escape = encoded[i] == '%' && i + 2 < encoded.size() && hexDigit(encoded[i + 1]) >= 0 &&
+                            hexDigit(encoded[i + 2]) >= 0;
+        name.push_back(escape ? static_cast<char>(hexDigit(encoded[i + 1]) << 4 | hexDigit(encoded[i + 2]))
+                              : encoded[i]);
+        if (escape) i += 2;
+    }
+    return name;
+}
+
 class PosixFiles final : public Files {
 public:
     void appendText(Text fileName, Text text) override { platform::writeText(fileName, text, O_APPEND); }
 
     void writeText(Text fileName, Text text) override { platform::writeText(fileName, text, O_TRUNC); }
 
-    std::u16string readText(Text fileName) override {
-        const Bytes bytes = platform::readBytes(fileName);
-        if (bytes.empty()) return {};
-        const bool marked = bytes.size() >= byteOrderMark.size() &&
-                            std::equal(byteOrderMark.begin(), byteOrderMark.end(), bytes.begin());
-        if (!marked || bytes.size() % sizeof(char16_t) != 0) {
-            throw runtimeError(RuntimeError::typeMismatch,
-                               std::u16string(fileName) +
-                                   u" is not UTF-16 text with a byte-order mark; restore the file or delete it");
-        }
-        std::u16string text(bytes.size() / sizeof(char16_t) - 1, u'\0');
-        std::memcpy(text.data(), bytes.data() + byteOrderMark.size(), text.size() * sizeof(char16_t));
-        if constexpr (std::endian::native == std::endian::big) swapBytes(text);
-        return text;
-    }
+    std::u16string readText(Text fileName) override { return textOf(platform::readBytes(fileName), fileName); }
 
     Bytes readBytes(Text fileName) override { return platform::readBytes(fileName); }
 
@@ -194,6 +198,14 @@ public:
 
     void remove(Text fileName) override {
         if (unlink(NativePath(fileName).c_str()) != 0) throw fileError(errno, fileName);
+    }
+
+    /// The host, which may only be this one, is left out.
+    std::u16string fileOfUrl(Text url) const override {
+        constexpr Text thisHost = u"localhost/";
+        url.remove_prefix(url.find(u"://") + 3);
+        if (equalIgnoringCase(url.substr(0, thisHost.size()), thisHost)) url.remove_prefix(thisHost.size() - 1);
+        return toUtf16(percentDecoded(toUtf8(url)));
     }
 };
 

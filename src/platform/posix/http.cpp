@@ -1,5 +1,6 @@
 #include "platform/posix/http.hpp"
 
+#include "platform/posix/parts.hpp"
 #include "quill1xml/text.hpp"
 
 #include <new>
@@ -177,12 +178,6 @@ HttpReply CurlHttp::get(Text url) {
     return transfer(url, [](void*) {});
 }
 
-std::u16string printableUrl(Text text) {
-    const Url url = parseUrl(text);
-    for (const CURLUPart secret : {CURLUPART_USER, CURLUPART_PASSWORD, CURLUPART_OPTIONS, CURLUPART_QUERY}) {
-        curl_url_set(url.get(), secret, nullptr, 0);
-    }
-    return partOf(url, CURLUPART_URL);
-}
+std::shared_ptr<Http> makeHttp() { return std::make_shared<CurlHttp>(); }
 
 }  // namespace quill1xml::platform

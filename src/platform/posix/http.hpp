@@ -1,7 +1,7 @@
 // HTTP over libcurl.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 
 #include <chrono>
 #include <cstddef>
@@ -23,16 +23,12 @@ public:
 
     HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
 
-    /// Fetches a URL; fails as post does.
-    HttpReply get(Text url);
+    HttpReply get(Text url) override;
 
 private:
     HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);
 
     HttpLimits limits_;
 };
-
-/// An http or https URL as it may be shown: without credentials and query. Throws error 5 for anything else.
-std::u16string printableUrl(Text text);
 
 }  // namespace quill1xml::platform

@@ -1,6 +1,6 @@
 #include "platform/posix/parts.hpp"
-#include "platform/windows_1252.hpp"
 #include "text/date.hpp"
+#include "text/windows_1252.hpp"
 
 #include <unistd.h>
 
@@ -13,7 +13,7 @@ class PosixSystem final : public System {
 public:
     std::uint32_t threadId() const override { return static_cast<std::uint32_t>(gettid()); }
 
-    char16_t codePageCharacter(std::uint8_t byte) const override { return windows1252(byte); }
+    const CodePage& codePage() const override { return windows1252; }
 
     std::u16string decimalSeparator() const override { return u"."; }
 

@@ -1,12 +1,10 @@
-#include "platform/declared_encoding.hpp"
 #include "platform/posix/files.hpp"
-#include "platform/posix/http.hpp"
 #include "platform/posix/parts.hpp"
 #include "platform/posix/xml_document.hpp"
-#include "quill1xml/text.hpp"
-#include "text/letter_case.hpp"
+#include "text/declared_encoding.hpp"
+#include "text/utf.hpp"
 
-#include <algorithm>
+#include <utility>
 
 #include <libxml/parser.h>
 
@@ -25,48 +23,24 @@ Long utf16Length(std::string_view utf8) {
     return length;
 }
 
-bool startsWith(Text text, Text prefix) { return equalIgnoringCase(text.substr(0, prefix.size()), prefix); }
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
-/// The file name in what follows "file://": the host, which may only be this one, is left out.
-std::u16string fileOfUrl(Text afterScheme) {
-    constexpr Text thisHost = u"localhost/";
-    if (startsWith(afterScheme, thisHost)) afterScheme.remove_prefix(thisHost.size() - 1);
-    const std::string encoded = toUtf8(afterScheme);
-    std::string name;
-    for (std::size_t i = 0; i < encoded.size(); ++i) {
-        const bool escape = encoded[i] == '%' && i + 2 < encoded.size() && hexDigit(encoded[i + 1]) >= 0 &&
-                            hexDigit(encoded[i + 2]) >= 0;
-        name.push_back(escape ? static_cast<char>(hexDigit(encoded[i + 1]) << 4 | hexDigit(encoded[i + 2]))
-                              : encoded[i]);
-        if (escape) i += 2;
-    }
-    return toUtf16(name);
-}
-
 class LibXml final : public Xml {
 public:
-    explicit LibXml(std::shared_ptr<CurlHttp> http) : http_(std::move(http)) { xmlInitParser(); }
+    LibXml() { xmlInitParser(); }
 
-    std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) override {
-        const std::string utf8 = toUtf8(Text(text).substr(text.starts_with(u'\uFEFF') ? 1 : 0));
-        std::u16string().swap(text);
-        TreeOwner tree = parseTree(utf8, SourceEncoding::utf8, error);
-        if (!tree) {
-            error.filePosition =
-                utf16Length(std::string_view(utf8).substr(0, static_cast<std::size_t>(error.filePosition)));
-            return nullptr;
-        }
-        // The declaration did not matter for reading, but it does for saving.
-        const std::string encoding(declaredEncoding(utf8));
-        if (!encoding.empty()) tree->encoding = xmlStrdup(BAD_CAST encoding.c_str());
-        return makeDocument(std::move(tree), std::dynamic_pointer_cast<XsdSchema>(schema), {});
+    std::unique_ptr<Document> parse(std::span<const Text> pieces, std::shared_ptr<Schema> schema,
+                                    ParseError& error) override {
+        std::string utf8;
+        std::size_t size = 0;
+        for (const Text piece : pieces) size += piece.size();
+        utf8.reserve(size);
+        for (const Text piece : pieces) appendUtf8(utf8, piece);
+        return parseUtf8(utf8, std::move(schema), error);
+    }
+
+    std::unique_ptr<Document> parseBytes(std::string bytes, SourceEncoding encoding, ParseError& error) override {
+        if (encoding == SourceEncoding::utf8) return parseUtf8(bytes, nullptr, error);
+        TreeOwner tree = parseTree(bytes, encoding, error);
+        return tree ? makeDocument(std::move(tree), nullptr, {}) : nullptr;
     }
 
     std::unique_ptr<Document> load(Text fileName, std::shared_ptr<Schema> schema, ParseError& error) override {
@@ -82,31 +56,29 @@ public:
         return tree ? makeDocument(std::move(tree), std::dynamic_pointer_cast<XsdSchema>(schema), fileName) : nullptr;
     }
 
-    std::shared_ptr<Schema> loadSchema(Text location) override {
-        constexpr Text fileScheme = u"file://";
-        if (startsWith(location, u"http://") || startsWith(location, u"https://")) return fetchSchema(location);
-        const Bytes bytes = readBytes(startsWith(location, fileScheme) ? fileOfUrl(location.substr(fileScheme.size()))
-                                                                       : std::u16string(location));
-        return std::make_shared<XsdSchema>(bytesOf(bytes), location);
+    std::shared_ptr<Schema> compile(std::unique_ptr<Document> schema, Text, ParseError& error) override {
+        return XsdSchema::compile(std::move(schema), error);
     }
 
 private:
-    std::shared_ptr<Schema> fetchSchema(Text url) {
-        constexpr int ok = 200;
-        const HttpReply reply = http_->get(url);
-        const std::u16string name = printableUrl(url);
-        if (reply.status != ok) {
-            throw runtimeError(RuntimeError::fileNotFound,
-                               name + u" (HTTP status " + toUtf16(std::to_string(reply.status)) + u")");
+    static std::unique_ptr<Document> parseUtf8(std::string_view utf8, std::shared_ptr<Schema> schema,
+                                               ParseError& error) {
+        constexpr std::string_view mark = "\xEF\xBB\xBF";
+        if (utf8.starts_with(mark)) utf8.remove_prefix(mark.size());
+        TreeOwner tree = parseTree(utf8, SourceEncoding::utf8, error);
+        if (!tree) {
+            error.filePosition = utf16Length(utf8.substr(0, static_cast<std::size_t>(error.filePosition)));
+            return nullptr;
         }
-        return std::make_shared<XsdSchema>(reply.body, name);
+        // The declaration did not matter for reading, but it does for saving.
+        const std::string encoding(declaredEncoding(utf8));
+        if (!encoding.empty()) tree->encoding = xmlStrdup(BAD_CAST encoding.c_str());
+        return makeDocument(std::move(tree), std::dynamic_pointer_cast<XsdSchema>(schema), {});
     }
-
-    std::shared_ptr<CurlHttp> http_;
 };
 
 }  // namespace
 
-std::shared_ptr<Xml> makeXml(std::shared_ptr<CurlHttp> http) { return std::make_shared<LibXml>(std::move(http)); }
+std::shared_ptr<Xml> makeXml() { return std::make_shared<LibXml>(); }
 
 }  // namespace quill1xml::platform

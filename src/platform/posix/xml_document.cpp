@@ -65,6 +65,16 @@ class XmlElement final : public Element {
 public:
     XmlElement(std::shared_ptr<const Tree> tree, const xmlNode* node) : tree_(std::move(tree)), node_(node) {}
 
+    std::u16string name() const override {
+        std::u16string qualified;
+        if (node_->ns != nullptr && node_->ns->prefix != nullptr) {
+            qualified.append(widen(view(node_->ns->prefix))).push_back(u':');
+        }
+        return qualified.append(widen(view(node_->name)));
+    }
+
+    Long line() const override { return lineOf(node_); }
+
     std::optional<std::u16string> attribute(Text name) const override {
         const QualifiedName qualified(name);
         const xmlAttr* const start = next_ != nullptr ? next_ : node_->properties;
@@ -77,6 +87,7 @@ public:
     }
 
     std::vector<std::shared_ptr<Element>> children(Text name) const override;
+    std::vector<std::shared_ptr<Element>> children() const override;
 
 private:
     static const xmlAttr* find(const QualifiedName& name, const xmlAttr* from, const xmlAttr* to) {
@@ -111,6 +122,14 @@ std::vector<std::shared_ptr<Element>> wrap(const std::shared_ptr<const Tree>& tr
 std::vector<std::shared_ptr<Element>> XmlElement::children(Text name) const {
     std::vector<const xmlNode*> nodes;
     appendChildren(nodes, node_, QualifiedName(name));
+    return wrap(tree_, nodes);
+}
+
+std::vector<std::shared_ptr<Element>> XmlElement::children() const {
+    std::vector<const xmlNode*> nodes;
+    for (const xmlNode* node = node_->children; node != nullptr; node = node->next) {
+        if (node->type == XML_ELEMENT_NODE) nodes.push_back(node);
+    }
     return wrap(tree_, nodes);
 }
 
@@ -168,7 +187,9 @@ public:
         return wrap(tree_, level);
     }
 
-    std::u16string xml() const override { return toUtf16(withoutEncoding(document())); }
+    std::u16string xml() const override { return toUtf16(utf8()); }
+
+    std::string utf8() const override { return withoutEncoding(document()); }
 
     void save(Text fileName) const override {
         const xmlChar* encoding = document()->encoding;
@@ -183,14 +204,17 @@ public:
         return error;
     }
 
-private:
     xmlDoc* document() const { return tree_->document.get(); }
+
+private:
     const xmlNode* rootNode() const { return xmlDocGetRootElement(document()); }
 
     std::shared_ptr<const Tree> tree_;
 };
 
 }  // namespace
+
+xmlDoc* treeOf(const Document& document) { return dynamic_cast<const XmlDocument&>(document).document(); }
 
 std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url) {
     return std::make_unique<XmlDocument>(

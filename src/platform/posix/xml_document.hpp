@@ -8,4 +8,7 @@ namespace quill1xml::platform {
 /// Wraps a tree. The URL is where it came from, for the errors of validation; the schema may be null.
 std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url);
 
+/// The tree behind a document, borrowed. Requires a document of this platform.
+xmlDoc* treeOf(const Document& document);
+
 }  // namespace quill1xml::platform

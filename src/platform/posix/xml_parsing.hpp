@@ -1,7 +1,7 @@
 // Untrusted XML into trees of libxml2.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 
 #include <memory>
 #include <string_view>
@@ -15,11 +15,6 @@ struct FreeTree {
     void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
 };
 using TreeOwner = std::unique_ptr<xmlDoc, FreeTree>;
-
-enum class SourceEncoding {
-    utf8,      ///< whatever the document declares
-    declared,  ///< by byte-order mark or declaration, else UTF-8
-};
 
 /// Parses a document of at most 1 GiB and 256 levels. Nothing outside the document is read, and a document that
 /// declares entities or default attributes is refused: both make small documents large.

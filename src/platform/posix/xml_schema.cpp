@@ -1,9 +1,10 @@
 #include "platform/posix/xml_schema.hpp"
 
+#include "platform/posix/xml_document.hpp"
 #include "quill1xml/text.hpp"
 
-#include <algorithm>
 #include <new>
+#include <utility>
 
 namespace quill1xml::platform {
 namespace {
@@ -42,44 +43,23 @@ void onError(void* data, XmlError* error) noexcept {
     first.sourceText = sourceOf(node);
 }
 
-Error brokenSchema(Text location, const ParseError& error) {
-    std::u16string description = u"The schema ";
-    description.append(location).append(u" cannot be used: ").append(error.reason);
-    if (error.line != 0) description.append(u" (line ").append(toUtf16(std::to_string(error.line))).append(u")");
-    return {applicationError, u"Quill1XML.Store.Load()", description};
-}
-
-/// An element of a schema that would fetch another document, if there is one.
-const xmlNode* findReference(xmlDoc* schema) {
-    for (const xmlNode* node = xmlDocGetRootElement(schema)->children; node != nullptr; node = node->next) {
-        if (node->type != XML_ELEMENT_NODE) continue;
-        const std::string_view name = view(node->name);
-        const bool refers = name == "include" || name == "import" || name == "redefine";
-        if (refers && xmlHasProp(node, BAD_CAST "schemaLocation") != nullptr) return node;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
-XsdSchema::XsdSchema(std::string_view schema, Text location) {
-    ParseError error;
-    tree_ = parseTree(schema, SourceEncoding::declared, error);
-    if (!tree_) throw brokenSchema(location, error);
-    if (const xmlNode* reference = findReference(tree_.get())) {
-        error.line = lineOf(reference);
-        error.reason = u"it refers to another schema document; put all declarations into one";
-        throw brokenSchema(location, error);
-    }
-    const std::unique_ptr<xmlSchemaParserCtxt, FreeContext> context(xmlSchemaNewDocParserCtxt(tree_.get()));
+std::shared_ptr<XsdSchema> XsdSchema::compile(std::unique_ptr<Document> source, ParseError& error) {
+    error = {};
+    const std::unique_ptr<xmlSchemaParserCtxt, FreeContext> context(xmlSchemaNewDocParserCtxt(treeOf(*source)));
     if (!context) throw std::bad_alloc();
     xmlSchemaSetParserStructuredErrors(context.get(), &onError, &error);
-    schema_.reset(xmlSchemaParse(context.get()));
-    if (!schema_) throw brokenSchema(location, error);
+    Compiled compiled(xmlSchemaParse(context.get()));
+    if (!compiled) return nullptr;
+    return std::make_shared<XsdSchema>(std::move(source), std::move(compiled));
 }
 
+XsdSchema::XsdSchema(std::unique_ptr<Document> source, Compiled compiled)
+    : source_(std::move(source)), compiled_(std::move(compiled)) {}
+
 ParseError XsdSchema::validate(xmlDoc* document) const {
-    const std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context(xmlSchemaNewValidCtxt(schema_.get()));
+    const std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context(xmlSchemaNewValidCtxt(compiled_.get()));
     if (!context) throw std::bad_alloc();
     ParseError error;
     xmlSchemaSetValidStructuredErrors(context.get(), &onError, &error);

@@ -9,20 +9,22 @@ namespace quill1xml::platform {
 
 class XsdSchema final : public Schema {
 public:
-    /// Compiles a schema. The name of its location goes into the error, an application error, when it is broken or
-    /// refers to further documents.
-    XsdSchema(std::string_view schema, Text location);
+    struct Free {
+        void operator()(xmlSchema* schema) const noexcept { xmlSchemaFree(schema); }
+    };
+    using Compiled = std::unique_ptr<xmlSchema, Free>;
+
+    /// Compiles a schema document; null, with the error filled, when it is broken.
+    static std::shared_ptr<XsdSchema> compile(std::unique_ptr<Document> source, ParseError& error);
+
+    XsdSchema(std::unique_ptr<Document> source, Compiled compiled);
 
     /// The first thing in a document that breaks the schema.
     ParseError validate(xmlDoc* document) const;
 
 private:
-    struct Free {
-        void operator()(xmlSchema* schema) const noexcept { xmlSchemaFree(schema); }
-    };
-
-    TreeOwner tree_;  // the compiled schema points into it
-    std::unique_ptr<xmlSchema, Free> schema_;
+    std::unique_ptr<Document> source_;  // the compiled schema points into it
+    Compiled compiled_;
 };
 
 }  // namespace quill1xml::platform

@@ -7,6 +7,7 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <new>
@@ -93,6 +94,25 @@ public:
         if (value_ == nullptr) throw std::bad_alloc();
     }
 
+    /// Of pieces that follow each other.
+    explicit Bstr(std::span<const Text> pieces) {
+        std::size_t size = 0;
+        for (const Text piece : pieces) size += piece.size();
+        value_ = allocated(size);
+        auto* to = reinterpret_cast<char16_t*>(value_);
+        for (const Text piece : pieces) to = std::copy(piece.begin(), piece.end(), to);
+    }
+
+    /// Of valid UTF-8.
+    static Bstr fromUtf8(std::string_view utf8) {
+        const int bytes = static_cast<int>(utf8.size());
+        const int size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, nullptr, 0);
+        Bstr result;
+        result.value_ = allocated(static_cast<std::size_t>(size));
+        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, result.value_, size);
+        return result;
+    }
+
     Bstr(Bstr&& other) noexcept : value_(other.detach()) {}
 
     Bstr& operator=(Bstr other) noexcept {
@@ -118,6 +138,12 @@ public:
     Text text() const noexcept { return asText(value_, SysStringLen(value_)); }
 
 private:
+    static BSTR allocated(std::size_t size) {
+        BSTR const text = SysAllocStringLen(nullptr, static_cast<UINT>(size));
+        if (text == nullptr) throw std::bad_alloc();
+        return text;
+    }
+
     BSTR value_ = nullptr;
 };
 

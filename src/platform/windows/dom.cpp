@@ -23,6 +23,14 @@ class DomElement final : public Element {
 public:
     explicit DomElement(com::ComPtr<IXMLDOMElement> element) : element_(std::move(element)) {}
 
+    std::u16string name() const override {
+        com::Bstr name;
+        check(element_->get_nodeName(name.put()));
+        return std::u16string(name.text());
+    }
+
+    Long line() const override { return 0; }
+
     std::optional<std::u16string> attribute(Text name) const override {
         com::Variant value;
         check(element_->getAttribute(com::Bstr(name).get(), value.put()));
@@ -39,6 +47,12 @@ public:
     }
 
     IXMLDOMNode* node() const noexcept { return element_.get(); }
+
+    std::vector<std::shared_ptr<Element>> children() const override {
+        std::vector<std::shared_ptr<Element>> result;
+        for (const auto& node : childElements(element_.get())) result.push_back(wrapNode(node.get()));
+        return result;
+    }
 
 private:
     com::ComPtr<IXMLDOMElement> element_;

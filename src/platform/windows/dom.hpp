@@ -1,7 +1,7 @@
 // The MSXML objects behind elements and documents, for hosts that pass them in or ask for them.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 #include "platform/windows/com_support.hpp"
 
 #include <msxml2.h>

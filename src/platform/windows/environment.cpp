@@ -1,9 +1,10 @@
 #include "platform/windows/parts.hpp"
 
-namespace quill1xml::platform {
+namespace quill1xml {
 
-Environment systemEnvironment() {
+ports::Environment ports::systemEnvironment() {
+    using namespace platform;
     return {makeFiles(), makeEventLog(), makeClock(), makeHttp(), makeXml(), makeSystem()};
 }
 
-}  // namespace quill1xml::platform
+}  // namespace quill1xml

@@ -1,20 +1,23 @@
 #include "platform/windows/files.hpp"
 
-#include "platform/wildcard.hpp"
+#include "platform/text_file.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
 #include "platform/windows/parts.hpp"
+#include "text/letter_case.hpp"
+#include "text/wildcard.hpp"
+
+#include <wininet.h>
+
+#include <shlwapi.h>
 
 #include <algorithm>
-#include <cstring>
 #include <cwchar>
 #include <memory>
 #include <utility>
 
 namespace quill1xml::platform {
 namespace {
-
-constexpr char16_t byteOrderMark = 0xFEFF;
 
 class File {
 public:
@@ -97,19 +100,7 @@ public:
 
     void writeText(Text fileName, Text text) override { write(fileName, text, CREATE_ALWAYS); }
 
-    std::u16string readText(Text fileName) override {
-        const Bytes bytes = platform::readBytes(fileName);
-        if (bytes.empty()) return {};
-        std::u16string text(bytes.size() / sizeof(char16_t), u'\0');
-        std::memcpy(text.data(), bytes.data(), text.size() * sizeof(char16_t));
-        if (bytes.size() % sizeof(char16_t) != 0 || !text.starts_with(byteOrderMark)) {
-            throw runtimeError(RuntimeError::typeMismatch,
-                               std::u16string(fileName) +
-                                   u" is not UTF-16 text with a byte-order mark; restore the file or delete it");
-        }
-        text.erase(0, 1);
-        return text;
-    }
+    std::u16string readText(Text fileName) override { return textOf(platform::readBytes(fileName), fileName); }
 
     Bytes readBytes(Text fileName) override { return platform::readBytes(fileName); }
 
@@ -146,12 +137,24 @@ public:
         if (DeleteFileW(com::wide(name.c_str())) == 0) throwLastError(fileName);
     }
 
+    std::u16string fileOfUrl(Text url) const override {
+        // The system takes no host but that of a share.
+        constexpr Text thisHost = u"localhost/";
+        std::u16string location(url);
+        const std::size_t host = location.find(u"://") + 3;
+        if (equalIgnoringCase(url.substr(host, thisHost.size()), thisHost)) location.erase(host, thisHost.size() - 1);
+        wchar_t name[INTERNET_MAX_URL_LENGTH];
+        DWORD size = INTERNET_MAX_URL_LENGTH;
+        check(PathCreateFromUrlW(com::wide(location.c_str()), name, &size, 0), url);
+        return std::u16string(com::asText(name, size));
+    }
+
 private:
     static void write(Text fileName, Text text, DWORD disposition) {
         File file(fileName, GENERIC_WRITE, FILE_SHARE_READ, disposition);
         const LONGLONG size = file.seekEnd();
         try {
-            if (size == 0) file.write(bytesOf({&byteOrderMark, 1}));
+            if (size == 0) file.write({reinterpret_cast<const char*>(byteOrderMark.data()), byteOrderMark.size()});
             file.write(bytesOf(text));
         } catch (const Error&) {
             file.takeBack(size);

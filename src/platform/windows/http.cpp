@@ -1,5 +1,3 @@
-#include "platform/windows/http.hpp"
-
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/parts.hpp"
@@ -50,11 +48,11 @@ public:
         // The object would convert text to UTF-8; bytes go as they are.
         return exchange(u"POST", url, toUtf16(contentType), com::Variant::ofBytes(std::as_bytes(std::span(body))));
     }
+
+    HttpReply get(Text url) override { return exchange(u"GET", url, {}, com::Variant()); }
 };
 
 }  // namespace
-
-HttpReply httpGet(Text url) { return exchange(u"GET", url, {}, com::Variant()); }
 
 std::shared_ptr<Http> makeHttp() { return std::make_shared<WindowsHttp>(); }
 

@@ -1,7 +1,7 @@
 // The parts of the environment, one factory for each.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 
 #include <memory>
 

@@ -1,23 +1,21 @@
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
 #include "platform/windows/parts.hpp"
-#include "platform/windows_1252.hpp"
 #include "text/date.hpp"
-
-#include <array>
+#include "text/windows_1252.hpp"
 
 namespace quill1xml::platform {
 namespace {
 
-std::array<char16_t, 256> ansiCodePage() {
-    std::array<char16_t, 256> characters;
+CodePage ansiCodePage() {
+    CodePage characters;
     CPINFO info;
     const bool singleByte = GetCPInfo(CP_ACP, &info) != 0 && info.MaxCharSize == 1;
     for (std::size_t i = 0; i < characters.size(); ++i) {
         const char byte = static_cast<char>(i);
         wchar_t character = 0;
         const bool known = singleByte && MultiByteToWideChar(CP_ACP, 0, &byte, 1, &character, 1) == 1;
-        characters[i] = known ? static_cast<char16_t>(character) : windows1252(static_cast<std::uint8_t>(i));
+        characters[i] = known ? static_cast<char16_t>(character) : windows1252[i];
     }
     return characters;
 }
@@ -26,7 +24,7 @@ class WindowsSystem final : public System {
 public:
     std::uint32_t threadId() const override { return GetCurrentThreadId(); }
 
-    char16_t codePageCharacter(std::uint8_t byte) const override { return codePage_[byte]; }
+    const CodePage& codePage() const override { return codePage_; }
 
     std::u16string decimalSeparator() const override {
         wchar_t buffer[8];
@@ -45,7 +43,7 @@ public:
     }
 
 private:
-    std::array<char16_t, 256> codePage_ = ansiCodePage();
+    CodePage codePage_ = ansiCodePage();
 };
 
 }  // namespace

@@ -1,10 +1,10 @@
-#include "platform/declared_encoding.hpp"
 #include "platform/windows/errors.hpp"
 #include "platform/windows/files.hpp"
 #include "platform/windows/parts.hpp"
 #include "platform/windows/text_encoding.hpp"
 #include "platform/windows/xml_parsing.hpp"
 #include "quill1xml/text.hpp"
+#include "text/declared_encoding.hpp"
 
 namespace quill1xml::platform {
 namespace {
@@ -71,7 +71,9 @@ public:
         return error;
     }
 
-    IDispatch* dispatch() const noexcept { return document_.get(); }
+    std::string utf8() const override { return toUtf8(xml()); }
+
+    com::ComPtr<IXMLDOMDocument2> document() const { return document_; }
 
 private:
     com::ComPtr<IXMLDOMNode> rootNode() const {
@@ -102,17 +104,31 @@ std::unique_ptr<Document> wrap(com::ComPtr<IXMLDOMDocument2> document, std::shar
 
 class Msxml final : public Xml {
 public:
-    std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) override {
+    std::unique_ptr<Document> parse(std::span<const Text> pieces, std::shared_ptr<Schema> schema,
+                                    ParseError& error) override {
         auto attached = std::dynamic_pointer_cast<MsxmlSchema>(schema);
-        auto document = parseText(text, attached.get(), error);
+        std::vector<Text> text(pieces.begin(), pieces.end());
+        if (!text.empty() && text.front().starts_with(u'\uFEFF')) text.front().remove_prefix(1);
+        auto document = parseText(com::Bstr(text), classFor(attached.get()), attached.get(), error);
         return wrap(std::move(document), std::move(attached), {});
+    }
+
+    std::unique_ptr<Document> parseBytes(std::string bytes, SourceEncoding encoding, ParseError& error) override {
+        if (encoding == SourceEncoding::declared) {
+            const std::span source(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+            return wrap(platform::parseBytes(source, nullptr, error), nullptr, {});
+        }
+        const std::size_t mark = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+        const com::Bstr text = com::Bstr::fromUtf8(std::string_view(bytes).substr(mark));
+        std::string().swap(bytes);
+        return wrap(parseText(text, documentClass3, nullptr, error), nullptr, {});
     }
 
     std::unique_ptr<Document> load(Text fileName, std::shared_ptr<Schema> schema, ParseError& error) override {
         auto attached = std::dynamic_pointer_cast<MsxmlSchema>(schema);
         com::ComPtr<IXMLDOMDocument2> document;
         try {
-            document = parseBytes(readBytes(fileName), attached.get(), error);
+            document = platform::parseBytes(readBytes(fileName), attached.get(), error);
         } catch (const Error& failure) {
             error.code = failure.number();
             error.reason = failure.description();
@@ -121,13 +137,16 @@ public:
         return wrap(std::move(document), std::move(attached), fileName);
     }
 
-    std::shared_ptr<Schema> loadSchema(Text location) override { return loadMsxmlSchema(location); }
+    std::shared_ptr<Schema> compile(std::unique_ptr<Document> schema, Text targetNamespace,
+                                    ParseError& error) override {
+        return compileMsxmlSchema(dynamic_cast<const MsxmlDocument&>(*schema).document(), targetNamespace, error);
+    }
 };
 
 }  // namespace
 
 IDispatch* documentDispatch(const Document& document) {
-    return dynamic_cast<const MsxmlDocument&>(document).dispatch();
+    return dynamic_cast<const MsxmlDocument&>(document).document().get();
 }
 
 std::shared_ptr<Xml> makeXml() { return std::make_shared<Msxml>(); }

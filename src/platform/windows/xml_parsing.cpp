@@ -50,20 +50,6 @@ com::ComPtr<IXMLDOMDocument2> loaded(com::ComPtr<IXMLDOMDocument2> document, Par
     return nullptr;
 }
 
-com::ComPtr<IXMLDOMDocument2> documentOf(std::span<const std::uint8_t> bytes, const char16_t* documentClass,
-                                         const MsxmlSchema* schema, ParseError& error) {
-    if (hasDeclarations(bytes)) return refuse(noDeclarations, error);
-    // As bytes, not by name: MSXML would read "%" and "#" in a name as parts of a URL.
-    const com::Variant source = com::Variant::ofBytes(std::as_bytes(bytes));
-    return loaded(
-        newDocument(documentClass, schema), error,
-        [&source](IXMLDOMDocument2* document, VARIANT_BOOL* success) { return document->load(source.get(), success); });
-}
-
-const char16_t* classFor(const MsxmlSchema* schema) {
-    return schema != nullptr ? schema->documentClass : documentClass3;
-}
-
 }  // namespace
 
 ParseError parseErrorOf(IXMLDOMParseError* source) {
@@ -90,26 +76,28 @@ ParseError parseErrorOf(IXMLDOMParseError* source) {
     return error;
 }
 
-com::ComPtr<IXMLDOMDocument2> parseText(Text text, const MsxmlSchema* schema, ParseError& error) {
-    if (text.starts_with(u'\uFEFF')) text.remove_prefix(1);
-    if (hasDeclarations(text)) return refuse(noDeclarations, error);
+const char16_t* classFor(const MsxmlSchema* schema) {
+    return schema != nullptr ? schema->documentClass : documentClass3;
+}
+
+com::ComPtr<IXMLDOMDocument2> parseText(const com::Bstr& text, const char16_t* documentClass, const MsxmlSchema* schema,
+                                        ParseError& error) {
+    if (hasDeclarations(text.text())) return refuse(noDeclarations, error);
     // Some versions take it for the end.
-    if (text.find(u'\0') != Text::npos) return refuse(u"The document holds a null character", error);
-    const com::Bstr source(text);
-    return loaded(newDocument(classFor(schema), schema), error,
-                  [&source](IXMLDOMDocument2* document, VARIANT_BOOL* success) {
-                      return document->loadXML(source.get(), success);
-                  });
+    if (text.text().find(u'\0') != Text::npos) return refuse(u"The document holds a null character", error);
+    return loaded(
+        newDocument(documentClass, schema), error,
+        [&text](IXMLDOMDocument2* document, VARIANT_BOOL* success) { return document->loadXML(text.get(), success); });
 }
 
 com::ComPtr<IXMLDOMDocument2> parseBytes(std::span<const std::uint8_t> bytes, const MsxmlSchema* schema,
                                          ParseError& error) {
-    return documentOf(bytes, classFor(schema), schema, error);
-}
-
-com::ComPtr<IXMLDOMDocument2> parseBytes(std::span<const std::uint8_t> bytes, const char16_t* documentClass,
-                                         ParseError& error) {
-    return documentOf(bytes, documentClass, nullptr, error);
+    if (hasDeclarations(bytes)) return refuse(noDeclarations, error);
+    // As bytes, not by name: MSXML would read "%" and "#" in a name as parts of a URL.
+    const com::Variant source = com::Variant::ofBytes(std::as_bytes(bytes));
+    return loaded(
+        newDocument(classFor(schema), schema), error,
+        [&source](IXMLDOMDocument2* document, VARIANT_BOOL* success) { return document->load(source.get(), success); });
 }
 
 }  // namespace quill1xml::platform

@@ -1,7 +1,7 @@
 // Untrusted XML into documents of MSXML.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 #include "platform/windows/dom.hpp"
 
 #include <memory>
@@ -26,17 +26,18 @@ ParseError parseErrorOf(IXMLDOMParseError* error);
 
 /// Parses a document of at most 256 levels. Nothing outside the document is read, and one that declares entities or
 /// attribute lists is refused. Returns null and fills the error when it is refused or not well-formed.
-com::ComPtr<IXMLDOMDocument2> parseText(Text text, const MsxmlSchema* schema, ParseError& error);
+com::ComPtr<IXMLDOMDocument2> parseText(const com::Bstr& text, const char16_t* documentClass, const MsxmlSchema* schema,
+                                        ParseError& error);
 
 /// As parseText, from bytes in the encoding they declare.
 com::ComPtr<IXMLDOMDocument2> parseBytes(std::span<const std::uint8_t> bytes, const MsxmlSchema* schema,
                                          ParseError& error);
 
-/// As parseBytes, to a document of the class and without a schema.
-com::ComPtr<IXMLDOMDocument2> parseBytes(std::span<const std::uint8_t> bytes, const char16_t* documentClass,
-                                         ParseError& error);
+/// The class of documents that go with a schema, or with none.
+const char16_t* classFor(const MsxmlSchema* schema);
 
-/// Compiles the schema at a file or URL. Fails as Xml::loadSchema does.
-std::shared_ptr<MsxmlSchema> loadMsxmlSchema(Text location);
+/// Compiles a schema document. Fails as Xml::compile does.
+std::shared_ptr<MsxmlSchema> compileMsxmlSchema(com::ComPtr<IXMLDOMDocument2> document, Text targetNamespace,
+                                                ParseError& error);
 
 }  // namespace quill1xml::platform

@@ -1,8 +1,8 @@
-#include "platform/wildcard.hpp"
+#include "text/wildcard.hpp"
 
 #include "text/letter_case.hpp"
 
-namespace quill1xml::platform {
+namespace quill1xml {
 namespace {
 
 char16_t lowerCase(char16_t c) {
@@ -38,4 +38,4 @@ bool matchesWildcard(Text name, Text pattern, bool ignoreCase) {
     return pattern.find_first_not_of(u'*', p) == Text::npos;
 }
 
-}  // namespace quill1xml::platform
+}  // namespace quill1xml

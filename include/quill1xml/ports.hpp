@@ -1,8 +1,8 @@
-// The platform port: everything that the core needs of the system it runs on.
+// The ports: everything that a Store needs of the system it runs on. systemEnvironment() has an implementation of each;
+// a host that wants its own HTTP client, log, clock or files derives from the port and puts it into an Environment.
 //
-// posix/ and windows/ implement it and CMake picks one. Each converts the failures of its system in one function to an
-// Error with the number and text an automation host knows; the core never sees an errno, an HRESULT or a library's
-// code.
+// An implementation converts the failures of its system to an Error with the number and text an automation host knows:
+// the library never sees an errno, an HRESULT or a code of another library.
 #pragma once
 
 #include "quill1xml/error.hpp"
@@ -12,11 +12,12 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace quill1xml::platform {
+namespace quill1xml::ports {
 
 /// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
 /// the file is touched. Failures are errors 53, 57, 61, 67, 70, 75 or 76 with the name in the description.
@@ -43,6 +44,9 @@ public:
 
     /// Deletes a file, a read-only one too.
     virtual void remove(Text fileName) = 0;
+
+    /// The name of the file that a URL of the scheme "file" stands for.
+    virtual std::u16string fileOfUrl(Text url) const = 0;
 };
 
 /// Where failures are reported: the application event log, or syslog.
@@ -75,6 +79,9 @@ public:
     /// Posts a body and waits for the reply; any HTTP status is a reply. A transport failure is an Error that names the
     /// host of the URL, never credentials.
     virtual HttpReply post(Text url, std::string_view contentType, std::string_view body) = 0;
+
+    /// Fetches a URL. Fails as post does.
+    virtual HttpReply get(Text url) = 0;
 };
 
 /// Why a document did not load or is not valid. code is 0 when there is nothing to report.
@@ -95,11 +102,20 @@ class Element {
 public:
     virtual ~Element() = default;
 
+    /// The qualified name.
+    virtual std::u16string name() const = 0;
+
+    /// The line on which its start tag ends; 0 where the parser does not tell.
+    virtual Long line() const = 0;
+
     /// The value of an attribute by its exact qualified name; nothing when it is absent.
     virtual std::optional<std::u16string> attribute(Text name) const = 0;
 
     /// The child elements of that qualified name, in document order.
     virtual std::vector<std::shared_ptr<Element>> children(Text name) const = 0;
+
+    /// All child elements, in document order.
+    virtual std::vector<std::shared_ptr<Element>> children() const = 0;
 };
 
 /// A parsed document.
@@ -117,6 +133,9 @@ public:
     /// The document as text, without a declaration of encoding.
     virtual std::u16string xml() const = 0;
 
+    /// The same in UTF-8.
+    virtual std::string utf8() const = 0;
+
     /// Writes the document to a file, in the encoding that it declares, UTF-8 where it declares none.
     virtual void save(Text fileName) const = 0;
 
@@ -124,28 +143,39 @@ public:
     virtual ParseError validate() = 0;
 };
 
-/// A schema for the namespace "WebStore", ready to be attached to documents.
+/// A compiled schema, ready to be attached to documents.
 class Schema {
 public:
     virtual ~Schema() = default;
 };
 
+/// How the bytes of a document are read.
+enum class SourceEncoding {
+    declared,  ///< by byte-order mark or declaration, else UTF-8
+    utf8,      ///< whatever the document declares
+};
+
 /// The XML parser. No document reaches out: no network access, no external entities, no entity expansion beyond the
-/// predefined ones; depth and size are bounded.
+/// predefined ones; depth and size are bounded. What does not parse returns nothing and fills the error.
 class Xml {
 public:
     virtual ~Xml() = default;
 
-    /// Parses text, whatever encoding it declares. Returns nothing and fills the error when it does not parse.
-    /// The schema, where one is given, serves Document::validate. The text is taken over: a large one need not be held
-    /// beside its document.
-    virtual std::unique_ptr<Document> parse(std::u16string text, std::shared_ptr<Schema> schema, ParseError& error) = 0;
+    /// Parses UTF-16 text in pieces that follow each other, whatever encoding it declares.
+    /// The schema, where one is given, serves Document::validate.
+    virtual std::unique_ptr<Document> parse(std::span<const Text> pieces, std::shared_ptr<Schema> schema,
+                                            ParseError& error) = 0;
 
-    /// As parse, from a file.
+    /// Parses bytes. They are taken over: a large text need not be held beside its document.
+    virtual std::unique_ptr<Document> parseBytes(std::string bytes, SourceEncoding encoding, ParseError& error) = 0;
+
+    /// Parses a file in the encoding it declares; a file that cannot be read fills the error too.
     virtual std::unique_ptr<Document> load(Text fileName, std::shared_ptr<Schema> schema, ParseError& error) = 0;
 
-    /// Reads a schema from a file or URL. An Error that names the location when it is missing or broken.
-    virtual std::shared_ptr<Schema> loadSchema(Text location) = 0;
+    /// Compiles a schema for documents of a namespace. What is no schema returns nothing and fills the error's reason
+    /// and, where known, its line.
+    virtual std::shared_ptr<Schema> compile(std::unique_ptr<Document> schema, Text targetNamespace,
+                                            ParseError& error) = 0;
 };
 
 /// What is left of the system: the thread, the code page and the user's regional settings.
@@ -155,8 +185,8 @@ public:
 
     virtual std::uint32_t threadId() const = 0;
 
-    /// The character of a byte in the single-byte ANSI code page (Windows-1252 where the system has none).
-    virtual char16_t codePageCharacter(std::uint8_t byte) const = 0;
+    /// The single-byte ANSI code page (Windows-1252 where the system has none).
+    virtual const CodePage& codePage() const = 0;
 
     /// The text that stands between the whole and the fraction of a number.
     virtual std::u16string decimalSeparator() const = 0;
@@ -165,7 +195,7 @@ public:
     virtual std::u16string generalDate(Date date) const = 0;
 };
 
-/// Everything a Store reaches outside itself. Tests replace what they want to watch or to fail.
+/// Everything a Store reaches outside itself. Every member must be set.
 struct Environment {
     std::shared_ptr<Files> files;
     std::shared_ptr<EventLog> log;
@@ -175,7 +205,7 @@ struct Environment {
     std::shared_ptr<System> system;
 };
 
-/// The environment of the system this was built for.
+/// The environment of the system that the library was built for.
 Environment systemEnvironment();
 
-}  // namespace quill1xml::platform
+}  // namespace quill1xml::ports

@@ -1,8 +1,8 @@
-#include "platform/declared_encoding.hpp"
+#include "text/declared_encoding.hpp"
 
 #include <algorithm>
 
-namespace quill1xml::platform {
+namespace quill1xml {
 namespace {
 
 constexpr std::string_view spaces = " \t\r\n";
@@ -28,4 +28,4 @@ std::string_view declaredEncoding(std::string_view document) {
     return end == std::string_view::npos ? std::string_view{} : rest.substr(1, end - 1);
 }
 
-}  // namespace quill1xml::platform
+}  // namespace quill1xml

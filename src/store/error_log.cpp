@@ -1,4 +1,4 @@
-#include "store/trap.hpp"
+#include "store/error_log.hpp"
 
 #include "quill1xml/text.hpp"
 #include "text/numbers.hpp"
@@ -23,7 +23,7 @@ Error currentError() {
     }
 }
 
-std::u16string entryText(const platform::Environment& environment, const Label& label, const Error& error) {
+std::u16string entryText(const ports::Environment& environment, const Label& label, const Error& error) {
     std::u16string text = u"\r\nError Number: ";
     appendInteger(text, error.number());
     text.append(u". \r\nError Source: ").append(error.source());
@@ -37,7 +37,7 @@ std::u16string entryText(const platform::Environment& environment, const Label& 
 
 }  // namespace
 
-void reportAndRethrow(const platform::Environment& environment, const Label& label) {
+void logAndRethrow(const ports::Environment& environment, const Label& label) {
     const Error error = currentError();
     environment.log->writeError(entryText(environment, label, error));
     throw error;

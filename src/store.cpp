@@ -1,15 +1,15 @@
 #include "quill1xml/store.hpp"
 
 #include "exchange/pending.hpp"
-#include "store/methods.hpp"
+#include "store/perform.hpp"
 
 #include <utility>
 
 namespace quill1xml {
 
-Store::Store() : Store(platform::systemEnvironment()) {}
+Store::Store() : Store(ports::systemEnvironment()) {}
 
-Store::Store(platform::Environment environment) : state_(std::make_unique<store::State>(std::move(environment))) {}
+Store::Store(ports::Environment environment) : state_(std::make_unique<store::State>(std::move(environment))) {}
 
 Store::~Store() = default;
 
@@ -17,8 +17,8 @@ void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded =
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
-#define METHOD(dispid, Result, Name, summary, ...) \
-    Result Store::Name(const arguments::Name& arguments) { return store::methods::Name(*state_, arguments); }
+#define METHOD(dispid, Result, Name, summary) \
+    Result Store::Name(const arguments::Name& arguments) { return store::run(*state_, arguments); }
 #include "quill1xml/methods/all.def"
 
 }  // namespace quill1xml

@@ -1,14 +1,16 @@
-#include "platform/reply_text.hpp"
+#include "text/reply_text.hpp"
 
-#include "platform/declared_encoding.hpp"
-#include "platform/windows_1252.hpp"
 #include "quill1xml/text.hpp"
+#include "text/declared_encoding.hpp"
 #include "text/letter_case.hpp"
+#include "text/utf.hpp"
+#include "text/windows_1252.hpp"
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
-namespace quill1xml::platform {
+namespace quill1xml {
 namespace {
 
 enum class Charset { utf8, utf16, utf16LittleEndian, utf16BigEndian, latin1, windows1252 };
@@ -51,7 +53,7 @@ std::string_view charsetParameter(std::string_view contentType) {
     return value.substr(first, value.find_last_not_of(padding) - first + 1);
 }
 
-Charset charsetOf(const HttpReply& reply) {
+Charset charsetOf(const ports::HttpReply& reply) {
     if (const auto charset = charsetNamed(charsetParameter(reply.contentType))) return *charset;
     // A document in UTF-16 shows by its first two bytes, and its declaration cannot be read before that is known.
     using namespace std::string_view_literals;
@@ -88,19 +90,27 @@ std::u16string decode(std::string_view bytes, Charset charset) {
         case Charset::utf16LittleEndian: return fromUtf16(bytes, false);
         case Charset::utf16BigEndian: return fromUtf16(bytes, true);
         case Charset::latin1: return fromBytes(bytes, [](std::uint8_t byte) { return char16_t{byte}; });
-        case Charset::windows1252: return fromBytes(bytes, windows1252);
+        case Charset::windows1252: return fromBytes(bytes, [](std::uint8_t byte) { return windows1252[byte]; });
     }
     return {};
 }
 
-}  // namespace
-
-std::u16string replyText(const HttpReply& reply) {
-    const std::string_view body = reply.body;
-    if (body.starts_with("\xEF\xBB\xBF")) return decode(body.substr(3), Charset::utf8);
-    if (body.starts_with("\xFF\xFE")) return decode(body.substr(2), Charset::utf16LittleEndian);
-    if (body.starts_with("\xFE\xFF")) return decode(body.substr(2), Charset::utf16BigEndian);
-    return decode(body, charsetOf(reply));
+/// A large body that is UTF-8 already is only handed on.
+std::string fromUtf8(std::string body, std::size_t markSize) {
+    body.erase(0, markSize);
+    return isUtf8(body) ? std::move(body) : toUtf8(toUtf16(body));
 }
 
-}  // namespace quill1xml::platform
+}  // namespace
+
+std::string replyText(ports::HttpReply reply) {
+    constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+    const std::string_view body = reply.body;
+    if (body.starts_with(utf8Mark)) return fromUtf8(std::move(reply.body), utf8Mark.size());
+    if (body.starts_with("\xFF\xFE")) return toUtf8(decode(body.substr(2), Charset::utf16LittleEndian));
+    if (body.starts_with("\xFE\xFF")) return toUtf8(decode(body.substr(2), Charset::utf16BigEndian));
+    const Charset charset = charsetOf(reply);
+    return charset == Charset::utf8 ? fromUtf8(std::move(reply.body), 0) : toUtf8(decode(body, charset));
+}
+
+}  // namespace quill1xml
