@@ -5,14 +5,16 @@
 // stands for 50 times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of
 // AddQuotation; a line that begins with "#" is a comment.
 #include "quill1xml/job.hpp"
+#include "records/elements.hpp"
+#include "records/schema_checks.hpp"
 #include "support/fake_environment.hpp"
 #include "support/order_list.hpp"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -27,6 +29,7 @@ struct Case {
     std::string expected;
 
     bool namesFiles() const { return expected.starts_with("WebStore"); }
+    bool isWhole() const { return expected.find_first_not_of("\r\n") == expected.find('<'); }
 };
 
 /// The line with every "{x*50}" written out.
@@ -115,28 +118,68 @@ std::string asReported(const Case& c) {
            c.expected.substr(source + 3, description - source - 3) + "): " + c.expected.substr(description + 3) + "\n";
 }
 
-const std::filesystem::path folder = std::filesystem::path(__FILE__).parent_path() / "cases";
-
-std::vector<std::string> families() {
-    std::vector<std::string> names;
-    for (const auto& file : std::filesystem::directory_iterator(folder)) names.push_back(file.path().stem().string());
-    std::ranges::sort(names);
-    return names;
+/// Every case of every family.
+std::vector<Case> allCases() {
+    std::vector<Case> cases;
+    for (const auto& family :
+         std::filesystem::directory_iterator(std::filesystem::path(__FILE__).parent_path() / "cases")) {
+        std::ifstream file(family.path());
+        for (Case c = read(file); c.lines > 0; c = read(file)) cases.push_back(c);
+    }
+    return cases;
 }
 
-class RecordCases : public ::testing::TestWithParam<std::string> {};
-
-TEST_P(RecordCases, ComeToWhatTheySay) {
-    std::ifstream file(folder / (GetParam() + ".cases"));
-    int count = 0;
-    for (Case c = read(file); c.lines > 0; c = read(file), ++count) {
+TEST(RecordFormat, IsWhatTheCasesSay) {
+    for (const Case& c : allCases()) {
         EXPECT_EQ(outcomeOf(c), c.expected.starts_with("! ") ? asReported(c) : c.expected) << c.job;
     }
-    EXPECT_GT(count, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, RecordCases, ::testing::ValuesIn(families()),
-                         [](const auto& family) { return family.param; });
+/// What the element text writes, as "Element Attribute".
+void collectAttributes(std::string_view text, std::set<std::string>& into) {
+    std::string element;
+    for (std::size_t at = 0; (at = text.find_first_of("<=", at)) != std::string::npos; ++at) {
+        if (text[at] == '<') {
+            element = text.substr(at + 1, text.find_first_of(" />", at + 1) - at - 1);
+        } else if (text.substr(at).starts_with("=\"")) {
+            const std::size_t end = text.find_last_not_of(' ', at - 1) + 1;
+            const std::size_t start = text.rfind(' ', end - 1) + 1;
+            into.insert(element + ' ' + std::string(text.substr(start, end - start)));
+            at = text.find('"', at + 2);
+        }
+    }
+}
+
+TEST(RecordFormat, StandsInTheCasesToTheLastAttribute) {
+    std::set<std::string> shown;
+    for (const Case& c : allCases()) collectAttributes(c.expected, shown);
+    std::string missing;
+    for (const records::Record* record : records::allRecords()) {
+        for (const records::Row& row : record->rows) {
+            const std::string name = toUtf8(record->element) + ' ' + toUtf8(row.name());
+            if (row.writes() && !shown.contains(name)) missing += name + '\n';
+        }
+    }
+    EXPECT_EQ(missing, "");
+}
+
+/// The text as XML: some attributes are written as given, without escapes.
+std::u16string escaped(std::string text) {
+    for (std::size_t at = 0; (at = text.find('&', at)) != std::string::npos; ++at) {
+        const std::string_view rest = std::string_view(text).substr(at);
+        if (!rest.starts_with("&#") && !rest.starts_with("&amp;") && !rest.starts_with("&quot;")) text[at] = '+';
+    }
+    return toUtf16(text);
+}
+
+TEST(RecordFormat, IsWhatTheSchemaTakes) {
+    testing::SchemaJudge judge(SchemaDialect::xsd);
+    for (const Case& c : allCases()) {
+        if (!c.isWhole() || c.method == "AddEnvelope" || c.method == "AddAdditionalParameters") continue;
+        const std::u16string document = u"<Store xmlns='WebStore' StoreID='1'>" + escaped(c.expected) + u"</Store>";
+        EXPECT_EQ(judge.objection(document), "") << c.expected;
+    }
+}
 
 }  // namespace
 }  // namespace quill1xml

@@ -1,17 +1,14 @@
 // What a store schema must accept and refuse, whichever dialect it is written in.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "platform/platform.hpp"
 #include "quill1xml/schema.hpp"
-#include "quill1xml/store.hpp"
-#include "records/elements.hpp"
-#include "support/fake_environment.hpp"
-#include "support/order_list.hpp"
 #include "support/temp_folder.hpp"
+#include "support/text_printer.hpp"
 
 #include <gtest/gtest.h>
 
-#include <set>
+#include <memory>
 #include <string>
 
 namespace quill1xml::testing {
@@ -36,69 +33,6 @@ private:
     TempFolder folder_;
     std::shared_ptr<platform::Schema> schema_;
 };
-
-/// Fills every parameter of a record method with something that its conditions let through: words of enumerations, the
-/// longest texts.
-inline void fill(automation::Arguments& arguments, const automation::Member& member) {
-    for (std::size_t i = 0; i < member.parameters.size(); ++i) {
-        const Parameter& parameter = member.parameters[i];
-        std::u16string text = u"1";
-        for (const records::Row& row : member.record->rows) {
-            for (const auto& [test, field, other] : row.conditions()) {
-                if (!row.field.present || field.offset != parameter.offset) continue;
-                using Kind = records::Test::Kind;
-                if (test.kind == Kind::oneOf) text = test.words.front();
-                if (test.kind == Kind::imageName) text = u"1.jpg";
-                if (test.kind == Kind::length && test.maximum < 1000) text = std::u16string(test.maximum, u'1');
-            }
-        }
-        switch (parameter.type) {
-            case Type::text:
-            case Type::variantText: arguments.setText(i, text); break;
-            case Type::integer:
-            case Type::variantInteger:
-            case Type::longInteger: arguments.setWhole(i, 1); break;
-            case Type::floating: arguments.setDouble(i, 0.5); break;
-            case Type::currency: arguments.setCurrency(i, Currency{5000}); break;
-            case Type::boolean: arguments.setBoolean(i, true); break;
-            case Type::date: arguments.setDate(i, Date::of(2007, 3, 5, 14, 7, 9)); break;
-            case Type::node:
-            case Type::nodeList: break;
-        }
-    }
-}
-
-/// Calls every record method with all its parameters, in interface order, so that records of several calls are closed
-/// by their Lock methods; holds what is written against the schema.
-inline void expectEveryRecordAccepted(SchemaDialect dialect) {
-    SchemaJudge judge(dialect);
-    FakeEnvironment fake;
-    fake.files->bytes = {{u"1", {1}}, {u"1.jpg", {1}}};
-    Store store(fake.environment());
-    store.SetTempFilePath({u"T"});
-    for (const automation::Member& member : automation::storeClass().members) {
-        automation::Arguments arguments(member);
-        if (member.record == &records::AddOrder) {
-            arguments.setText(0, orderList({}));
-        } else if (member.record == &records::AddQuotation) {
-            arguments.setText(0, quotationList({}));
-        } else if (member.record != nullptr && !member.record->shape.isRoot && member.record->element != u"Envelope") {
-            fill(arguments, member);
-        } else if (!member.name.starts_with("Lock")) {
-            continue;
-        }
-        EXPECT_NO_THROW(member.invoke(&store, arguments.data())) << member.name;
-    }
-    std::u16string all;
-    for (const auto& [name, text] : fake.files->texts) {
-        EXPECT_EQ(judge.objection(u"<Store xmlns=\"WebStore\" StoreID=\"1\">" + text + u"</Store>"), "") << utf8(text);
-        all += text;
-    }
-    for (const records::ElementModel& element : records::elements()) {
-        if (element.isRoot || element.name == "Envelope") continue;
-        EXPECT_NE(all.find(u"<" + toUtf16(element.name) + u" "), std::u16string::npos) << element.name;
-    }
-}
 
 /// Documents on either side of what the schema allows.
 inline void expectJudgement(SchemaDialect dialect) {
