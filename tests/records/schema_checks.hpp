@@ -17,8 +17,8 @@ namespace quill1xml::testing {
 class SchemaJudge {
 public:
     explicit SchemaJudge(SchemaDialect dialect)
-        : schema_(xml_->loadSchema(folder_.create(dialect == SchemaDialect::xsd ? u"WebStore.xsd" : u"WebStore.xdr",
-                                                  storeSchema(dialect)))) {}
+        : schema_(xml_->loadSchema(
+              folder_.create(dialect == SchemaDialect::xsd ? u"100% #1.xsd" : u"100% #1.xdr", storeSchema(dialect)))) {}
 
     /// Why a document is refused; empty when it is valid.
     std::string objection(Text document) {
