@@ -91,39 +91,34 @@ TEST(Packets, CountAFailedWriteAndReportItOncePerMethod) {
 
 class StuckFiles : public testing::FakeFiles {
 public:
+    Text stuck;
     void remove(Text fileName) override {
-        if (fileName == u"T\\WebStoreTax2.tmp") throw runtimeError(RuntimeError::permissionDenied, fileName);
+        if (fileName == stuck) throw runtimeError(RuntimeError::permissionDenied, fileName);
         FakeFiles::remove(fileName);
     }
 };
 
 TEST(Packets, AreCleanedUpByName) {
-    const FileTexts others{{u"T\\Store1.tmp", u""}, {u"T\\WebStoreTax1.tmp.bak", u""}, {u"U\\WebStoreTax1.tmp", u""}};
-    FileTexts before = others;
-    for (const char16_t* name : {u"WebStore1", u"WebStoreTax1", u"WebStoreTax2", u"WebStoreTradingCountry1"}) {
-        before[u"T\\" + std::u16string(name) + u".tmp"] = u"x";
-    }
-    FileTexts withoutTaxes = before;
-    withoutTaxes.erase(u"T\\WebStoreTax1.tmp");
-    FileTexts halfway = withoutTaxes;
-    halfway.erase(u"T\\WebStore1.tmp");
-    withoutTaxes.erase(u"T\\WebStoreTax2.tmp");
-
+    const auto files = std::make_shared<StuckFiles>();
     FakeEnvironment fake;
+    fake.files = files;
     Store store(fake.environment());
     store.SetTempFilePath({u"T"});
-    fake.files->texts = before;
-    store.CleanupTempFiles({u"WebStoreTax"});
-    EXPECT_EQ(fake.files->texts, withoutTaxes);
-    store.CleanupTempFiles();
-    EXPECT_EQ(fake.files->texts, others);
-
-    fake.files = std::make_shared<StuckFiles>();
-    fake.files->texts = before;
-    Store stuck(fake.environment());
-    stuck.SetTempFilePath({u"T"});
-    expectError([&] { stuck.CleanupTempFiles(); }, 70, u"WebStoreTax2.tmp");
-    EXPECT_EQ(fake.files->texts, halfway);
+    const auto left = [&files](Store& from, Text name) {
+        for (const char16_t* file : {u"T\\Store1", u"T\\WebStore1", u"T\\WebStoreTax1", u"T\\WebStoreTax2",
+                                     u"T\\WebStoreTradingCountry1", u"U\\WebStoreTax1"}) {
+            files->texts[file + std::u16string(u".tmp")] = u"x";
+        }
+        from.CleanupTempFiles({name});
+        std::string names;
+        for (const auto& [file, text] : files->texts) names += utf8(file.substr(0, file.size() - 4)) + ' ';
+        return names;
+    };
+    EXPECT_EQ(left(store, u"WebStoreTax"), "T\\Store1 T\\WebStore1 T\\WebStoreTradingCountry1 U\\WebStoreTax1 ");
+    EXPECT_EQ(left(store, u""), "T\\Store1 U\\WebStoreTax1 ");
+    files->stuck = u"T\\WebStoreTax2.tmp";
+    expectError([&] { left(store, u""); }, 70, u"WebStoreTax2.tmp");
+    EXPECT_EQ(files->texts.size(), 4u) << "what came before it is gone";
     EXPECT_THAT(labels(*fake.log), ElementsAre("Method: Quill1XML.Store.CleanupTempFiles()"));
 }
 
