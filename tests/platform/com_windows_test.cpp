@@ -22,32 +22,6 @@ public:
 
 [[maybe_unused]] const auto* const apartment = ::testing::AddGlobalTestEnvironment(new Apartment);
 
-/// What an owner needs of an interface.
-struct Counting {
-    ULONG count = 0;
-    ULONG AddRef() { return ++count; }
-    ULONG Release() { return --count; }
-};
-
-TEST(ComPtr, CountsAreBalanced) {
-    Counting object;
-    {
-        ComPtr<Counting> first(&object);
-        ComPtr<Counting> second = first;
-        EXPECT_EQ(object.count, 2u);
-        ComPtr<Counting> moved = std::move(second);
-        EXPECT_EQ(object.count, 2u);
-        second = first;
-        EXPECT_EQ(object.count, 3u);
-        *moved.put() = first.detach();
-        EXPECT_EQ(object.count, 2u);
-        const auto attached = ComPtr<Counting>::attach(moved.detach());
-        EXPECT_FALSE(moved);
-        EXPECT_EQ(object.count, 2u);
-    }
-    EXPECT_EQ(object.count, 0u);
-}
-
 ULONG countOf(IUnknown* object) {
     object->AddRef();
     return object->Release();

@@ -22,10 +22,10 @@ LoopbackServer::Answer always(std::string reply) {
 }
 
 TEST(CurlHttp, PostsTheBodyAndReturnsTheReply) {
-    LoopbackServer server(always(httpReply("200 OK", "Content-Type: text/xml; charset=utf-8\r\n", "<Receipt/>")));
+    LoopbackServer server(always(httpReply("500 Oops", "Content-Type: text/xml; charset=utf-8\r\n", "<Receipt/>")));
     const std::string large(2'000'000, 'x');
     const HttpReply reply = CurlHttp().post(u"http://" + server.address() + u"/a b?key=\u00E9", "text/xml", large);
-    EXPECT_EQ(reply.status, 200);
+    EXPECT_EQ(reply.status, 500);
     EXPECT_EQ(reply.contentType, "text/xml; charset=utf-8");
     EXPECT_EQ(reply.body, "<Receipt/>");
     CurlHttp().post(u"http://" + server.address(), "text/xml", {});
@@ -35,16 +35,6 @@ TEST(CurlHttp, PostsTheBodyAndReturnsTheReply) {
                       HasSubstr("Content-Type: text/xml\r\n"), Not(HasSubstr("Expect:"))));
     EXPECT_TRUE(server.requests()[0].ends_with("\r\n\r\n" + large));
     EXPECT_THAT(server.requests()[1], AllOf(HasSubstr("Content-Length: 0\r\n"), EndsWith("\r\n\r\n")));
-}
-
-TEST(CurlHttp, AnyStatusIsAReply) {
-    for (const std::string status : {"500 Oops", "404 Not Found", "401 Unauthorized"}) {
-        LoopbackServer server(always(httpReply(status, "", "why")));
-        const HttpReply reply = CurlHttp().post(u"http://" + server.address(), "text/xml", "<a/>");
-        EXPECT_EQ(reply.status, std::stoi(status));
-        EXPECT_EQ(reply.contentType, "");
-        EXPECT_EQ(reply.body, "why");
-    }
 }
 
 TEST(CurlHttp, ARedirectedBodyIsPostedAgain) {

@@ -1,8 +1,12 @@
-#include "platform/ports.hpp"
+#include "platform/platform.hpp"
+#include "quill1xml/store.hpp"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <ctime>
 #include <set>
+#include <string>
 #include <thread>
 
 namespace quill1xml::platform {
@@ -23,6 +27,39 @@ TEST(PosixSystem, GeneralDateLeavesMidnightAndDayZeroOut) {
         {Date{-1.25}, u"1899-12-29 06:00:00"},
     };
     for (const auto& c : cases) EXPECT_EQ(system->generalDate(c.date), c.expected) << c.date.days;
+}
+
+/// Runs what follows in another time zone.
+class Zone {
+public:
+    explicit Zone(const char* name) {
+        setenv("TZ", name, 1);
+        tzset();
+    }
+    ~Zone() {
+        former_.empty() ? unsetenv("TZ") : setenv("TZ", former_.c_str(), 1);
+        tzset();
+    }
+
+private:
+    std::string former_ = std::getenv("TZ") != nullptr ? std::getenv("TZ") : "";
+};
+
+TEST(PosixClock, TellsTheTimeOfTheZone) {
+    const struct {
+        const char* zone;
+        int minutes;  ///< ahead of Greenwich
+    } cases[] = {{"UTC0", 0}, {"XST3:30", -210}, {"XST-5:30", 330}};
+    for (const auto& c : cases) {
+        const Zone zone(c.zone);
+        const double unixEpoch = Date::of(1970, 1, 1).days;
+        const double seconds = (systemEnvironment().clock->now().days - unixEpoch) * 86400 - c.minutes * 60;
+        EXPECT_NEAR(seconds, static_cast<double>(std::time(nullptr)), 5) << c.zone;
+    }
+    // Dates have no zone: an hour that summer time skips is an hour like any other.
+    const Zone zone("XST3:30XDT,M3.2.0,M11.1.0");
+    EXPECT_EQ(systemEnvironment().system->generalDate(Date::of(2007, 3, 11, 2, 30)), u"2007-03-11 02:30:00");
+    EXPECT_EQ(Store().FormatDate({Date::of(2007, 3, 11, 2, 30)}), u"2007-03-11T02:30:00");
 }
 
 TEST(PosixSystem, CodePageIsWindows1252) {

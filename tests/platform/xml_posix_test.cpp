@@ -107,23 +107,6 @@ TEST_F(PosixXmlTest, FilesMayUseAnyKnownEncoding) {
     }
 }
 
-TEST_F(PosixXmlTest, SerialisedTextKeepsTheDeclarationWithoutEncoding) {
-    const struct {
-        Text text;
-        Text expected;
-    } cases[] = {
-        {u"<a>\n <b/></a>", u"<a>\n <b/></a>\n"},
-        {u"<?xml version='1.0' encoding='UTF-16'?><a/>", u"<?xml version=\"1.0\"?>\n<a/>\n"},
-        {u"<?xml version='1.0' standalone='yes'?><a/>", u"<?xml version=\"1.0\" standalone=\"yes\"?>\n<a/>\n"},
-    };
-    for (const auto& c : cases) {
-        ParseError error;
-        const auto document = xml_->parse({{c.text}}, nullptr, error);
-        ASSERT_TRUE(document);
-        EXPECT_EQ(document->xml(), c.expected);
-    }
-}
-
 constexpr const char* rowsSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema" targetNamespace="WebStore"
     elementFormDefault="qualified">
   <xs:element name="Store"><xs:complexType><xs:sequence>

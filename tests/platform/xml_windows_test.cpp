@@ -4,7 +4,6 @@
 #include "platform/windows/text_encoding.hpp"
 #include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
-#include "support/temp_folder.hpp"
 #include "support/text_printer.hpp"
 
 #include <gtest/gtest.h>
@@ -106,34 +105,6 @@ TEST(EncodedXml, WhatAnEncodingLacksBecomesAReference) {
     }
     for (const char16_t* const unknown : {u"klingon", u"windows-932", u"windows-", u"windows-1", u"iso-8859-1x"}) {
         expectError([&] { encodeXml(u"a", unknown); }, 440, unknown);
-    }
-}
-
-TEST(XdrSchema, HoldsDocumentsAgainstIt) {
-    const testing::TempFolder folder;
-    const auto xml = systemEnvironment().xml;
-    const auto schema = store::loadSchema(systemEnvironment(), folder.create(u"100% #1.xdr", R"(<Schema name="WebStore"
-        xmlns="urn:schemas-microsoft-com:xml-data" xmlns:dt="urn:schemas-microsoft-com:datatypes">
-      <ElementType name="Tax" content="empty" model="closed">
-        <AttributeType name="Code" dt:type="string" required="yes"/><attribute type="Code"/>
-      </ElementType>
-      <ElementType name="Store" content="eltOnly" model="closed">
-        <element type="Tax" minOccurs="0" maxOccurs="*"/>
-      </ElementType></Schema>)"));
-    const struct {
-        const char16_t* document;
-        bool valid;
-    } cases[] = {
-        {u"<Store xmlns='WebStore'/>", true},
-        {u"<Store xmlns='WebStore'><Tax Code='VAT'/></Store>", true},
-        {u"<Store xmlns='WebStore'><Tax/></Store>", false},
-        {u"<Store xmlns='WebStore'><Toll Code='VAT'/></Store>", false},
-    };
-    for (const auto& c : cases) {
-        ParseError error;
-        const auto document = xml->parse(c.document, schema, error);
-        ASSERT_TRUE(document) << utf8(error.reason);
-        EXPECT_EQ(document->validate().code == 0, c.valid) << utf8(c.document);
     }
 }
 

@@ -1,18 +1,20 @@
 // Records as data: what calls write, or how they are refused, in the files of cases/.
 //
 // A case is a paragraph: lines of a job, then the text of the packets they leave, in a line for each file where it
-// begins with the file's name, or "! number | source | description" of the error that the last line ends in. "{x*50}"
-// stands for 50 times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of
-// AddQuotation; a line that begins with "#" is a comment.
+// begins with the file's name. A refusal follows its call: "! number | source | description". "{x*50}" stands for 50
+// times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of AddQuotation; a line
+// that begins with "#" is a comment.
 #include "quill1xml/job.hpp"
+#include "records/elements.hpp"
+#include "records/schema_checks.hpp"
 #include "support/fake_environment.hpp"
 #include "support/order_list.hpp"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,8 +24,6 @@ namespace {
 
 struct Case {
     std::string job;
-    std::string method;  ///< of the last line
-    int lines = 0;
     std::string expected;
 
     bool namesFiles() const { return expected.starts_with("WebStore"); }
@@ -68,15 +68,18 @@ std::string withWholeList(std::string line, std::string_view start, std::u16stri
     return line.replace(open, end + 2 - open, whole);
 }
 
+/// The next case; without a job when there is none.
 Case read(std::istream& file) {
     Case result;
-    for (std::string line; std::getline(file, line) && (!line.empty() || result.lines == 0);) {
+    for (std::string line; std::getline(file, line) && (!line.empty() || result.job.empty());) {
         if (line.empty() || line.starts_with('#')) continue;
+        if (const std::size_t refusal = line.find("}} ! "); refusal != std::string::npos) {
+            result.expected = line.substr(refusal + 3);
+            line.resize(refusal + 2);
+        }
         if (line.starts_with("{\"")) {
             const std::string call = withWholeList(expanded(line), "<order ", testing::orderList);
             result.job += withWholeList(call, "<quotation ", testing::quotationList) + '\n';
-            result.method = line.substr(2, line.find('"', 2) - 2);
-            ++result.lines;
         } else {
             result.expected.append(result.expected.empty() ? "" : "\r\n").append(expanded(line));
         }
@@ -92,51 +95,92 @@ std::string outcomeOf(const Case& c) {
     std::istringstream in(c.job);
     std::ostringstream out;
     std::ostringstream err;
-    std::string packets;
+    std::ostringstream packets;
     const int status = cli::playJob(fake.environment(), {in, out, err, false});
     for (const auto& [name, text] : fake.files->texts) {
         if (c.namesFiles()) {
-            packets.append(packets.empty() ? "" : "\r\n")
-                .append(testing::utf8(name.substr(name.rfind(u'\\') + 1)) + ": ");
+            if (packets.tellp() > 0) packets << "\r\n";
+            packets << testing::utf8(name.substr(name.rfind(u'\\') + 1)) << ": ";
         }
-        packets += testing::utf8(text);
+        packets << testing::utf8(text);
     }
-    if (status == 0) return packets;
+    if (status == 0) return packets.str();
     EXPECT_FALSE(fake.log->entries.empty());
-    EXPECT_EQ(packets, "");
-    return err.str();
+    EXPECT_EQ(packets.str(), "");
+    const std::string report = err.str();
+    return report.substr(report.find(": error ") + 2);
 }
 
 /// An expected error as the command line reports it.
-std::string asReported(const Case& c) {
-    const std::size_t source = c.expected.find(" | ");
-    const std::size_t description = c.expected.find(" | ", source + 3);
-    return "line " + std::to_string(c.lines) + ": " + c.method + ": error " + c.expected.substr(2, source - 2) + " (" +
-           c.expected.substr(source + 3, description - source - 3) + "): " + c.expected.substr(description + 3) + "\n";
+std::string asReported(std::string expected) {
+    expected.replace(expected.find(" | "), 3, " (");
+    expected.replace(expected.find(" | "), 3, "): ");
+    return expected.replace(0, 1, "error") + '\n';
 }
 
-const std::filesystem::path folder = std::filesystem::path(__FILE__).parent_path() / "cases";
-
-std::vector<std::string> families() {
-    std::vector<std::string> names;
-    for (const auto& file : std::filesystem::directory_iterator(folder)) names.push_back(file.path().stem().string());
-    std::ranges::sort(names);
-    return names;
-}
-
-class RecordCases : public ::testing::TestWithParam<std::string> {};
-
-TEST_P(RecordCases, ComeToWhatTheySay) {
-    std::ifstream file(folder / (GetParam() + ".cases"));
-    int count = 0;
-    for (Case c = read(file); c.lines > 0; c = read(file), ++count) {
-        EXPECT_EQ(outcomeOf(c), c.expected.starts_with("! ") ? asReported(c) : c.expected) << c.job;
+/// Every case of every family.
+std::vector<Case> allCases() {
+    std::vector<Case> cases;
+    for (const auto& family :
+         std::filesystem::directory_iterator(std::filesystem::path(__FILE__).parent_path() / "cases")) {
+        std::ifstream file(family.path());
+        for (Case c = read(file); !c.job.empty(); c = read(file)) cases.push_back(c);
     }
-    EXPECT_GT(count, 0);
+    return cases;
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, RecordCases, ::testing::ValuesIn(families()),
-                         [](const auto& family) { return family.param; });
+TEST(RecordFormat, IsWhatTheCasesSay) {
+    for (const Case& c : allCases()) {
+        EXPECT_EQ(outcomeOf(c), c.expected.starts_with("! ") ? asReported(c.expected) : c.expected) << c.job;
+    }
+}
+
+/// What the element text writes, as "Element Attribute".
+void collectAttributes(std::string_view text, std::set<std::string>& into) {
+    std::string element;
+    for (std::size_t at = 0; (at = text.find_first_of("<=", at)) != std::string::npos; ++at) {
+        if (text[at] == '<') {
+            element = text.substr(at + 1, text.find_first_of(" />", at + 1) - at - 1);
+        } else if (text.substr(at).starts_with("=\"")) {
+            const std::size_t end = text.find_last_not_of(' ', at - 1) + 1;
+            const std::size_t start = text.rfind(' ', end - 1) + 1;
+            into.insert(element + ' ' + std::string(text.substr(start, end - start)));
+            at = text.find('"', at + 2);
+        }
+    }
+}
+
+TEST(RecordFormat, StandsInTheCasesToTheLastAttribute) {
+    std::set<std::string> shown;
+    for (const Case& c : allCases()) collectAttributes(c.expected, shown);
+    std::string missing;
+    for (const records::Record* record : records::allRecords()) {
+        for (const records::Row& row : record->rows) {
+            const std::string name = toUtf8(record->element) + ' ' + toUtf8(row.name());
+            if (row.writes() && !shown.contains(name)) missing += name + '\n';
+        }
+    }
+    EXPECT_EQ(missing, "");
+}
+
+/// The text as XML: some attributes are written as given, without escapes.
+std::u16string escaped(std::string text) {
+    for (std::size_t at = 0; (at = text.find('&', at)) != std::string::npos; ++at) {
+        const std::string_view rest = std::string_view(text).substr(at);
+        if (!rest.starts_with("&#") && !rest.starts_with("&amp;") && !rest.starts_with("&quot;")) text[at] = '+';
+    }
+    return toUtf16(text);
+}
+
+TEST(RecordFormat, IsWhatTheSchemaTakes) {
+    testing::SchemaJudge judge(SchemaDialect::xsd);
+    for (const Case& c : allCases()) {
+        const bool whole = c.expected.find_first_not_of("\r\n") == c.expected.find('<');
+        if (!whole || c.expected.starts_with("<Store ") || c.expected.starts_with("<Envelope ")) continue;
+        const std::u16string document = u"<Store xmlns='WebStore' StoreID='1'>" + escaped(c.expected) + u"</Store>";
+        EXPECT_EQ(judge.objection(document), "") << c.expected;
+    }
+}
 
 }  // namespace
 }  // namespace quill1xml

@@ -26,9 +26,7 @@ TEST(Products, StayClosedAfterARefusalAndAfterALostWrite) {
 
 // What the parser says of it differs from system to system.
 TEST(Orders, RefuseAListThatIsNoXml) {
-    testing::FakeEnvironment fake;
-    Store store(fake.environment());
-    const auto error = testing::errorOf([&] { store.AddOrder({u"<List"}); });
+    const auto error = testing::errorOf([] { Store(testing::FakeEnvironment().environment()).AddOrder({u"<List"}); });
     ASSERT_TRUE(error);
     EXPECT_NE(error->number(), 0);
     EXPECT_FALSE(error->description().empty());
@@ -42,8 +40,8 @@ TEST(ExternalOrders, StayOpenUntilTheyAreLocked) {
     EXPECT_THROW(store.AddExternalOrder({u"123456789012345678901"}), Error);
     fake.files->full = false;
     EXPECT_THROW(store.AddExternalOrder({u"2"}), Error);
-    EXPECT_EQ(utf8(fake.log->entries.back()).find("Error Description: A new External Order may not be added if an"),
-              utf8(fake.log->entries.back()).find("Error Description: "));
+    EXPECT_NE(utf8(fake.log->entries.back()).find("Error Description: A new External Order may not be"),
+              std::string::npos);
     EXPECT_THROW(store.AddExternalOrderLineItem({1}), Error);  // the number is too long for lines
     EXPECT_TRUE(fake.log->entries.back().ends_with(u"Method: Quill1XML.Store.AddExternalOrder()"));
     store.LockExternalOrder();

@@ -4,8 +4,6 @@
 namespace quill1xml {
 namespace {
 
-TEST(ReducedStoreSchema, TakesWhatEveryRecordMethodWrites) { testing::expectEveryRecordAccepted(SchemaDialect::xdr); }
-
 TEST(ReducedStoreSchema, TellsGoodDocumentsFromBad) { testing::expectJudgement(SchemaDialect::xdr); }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Complete documents around a packet, and what is told when one does not load.
 #include "store/document.hpp"
 
-#include "quill1xml/schema.hpp"
 #include "quill1xml/store.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
@@ -108,24 +107,6 @@ TEST(Documents, TellWhyTheyDoNotLoadOrAreNotValid) {
     EXPECT_EQ(failure(loadFile({})), "Quill1XML.Store.Load()|There is no Web Store Source to load.");
     EXPECT_FALSE(state.schemaValid);
     expectError(loadText, 5, u"schema source");
-}
-
-TEST(Documents, AreHeldAgainstTheGeneratedSchema) {
-    testing::FakeEnvironment fake;
-    const std::u16string schema = u"WebStore.xsd";
-    const std::string content = storeSchema(SchemaDialect::xsd);
-    fake.files->bytes[schema] = Bytes(content.begin(), content.end());
-    fake.files->texts[u"T\\WebStoreOrder7_1.tmp"] = u"<Tax TaxCode=\"A\"/>";
-    fake.files->texts[u"T\\WebStoreQuote7_1.tmp"] = u"<Tax/>";
-    Store store(fake.environment());
-    store.SetTempFilePath({u"T"});
-    expectError([&] { store.QuoteXML({7, u"u", u"p", schema}); }, applicationError, u"is not schema valid.");
-    Store valid(fake.environment());
-    valid.SetTempFilePath({u"T"});
-    EXPECT_NO_THROW(valid.XML({7, u"u", u"p", schema}));
-    Store without(fake.environment());
-    without.SetTempFilePath({u"T"});
-    expectError([&] { without.XML({7, u"u", u"p", u"none.xsd"}); }, 53, u"none.xsd");
 }
 
 }  // namespace

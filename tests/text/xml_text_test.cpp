@@ -34,62 +34,35 @@ std::u16string latin(Text text) {
 }
 
 /// The definition: steps that each replace every occurrence in the whole text, in this order.
-class Steps {
-public:
-    explicit Steps(Text text) : text_(text) {}
-
-    Steps& replace(Text from, Text to) {
-        for (std::size_t at = 0; (at = text_.find(from, at)) != std::u16string::npos; at += to.size()) {
-            text_.replace(at, from.size(), to);
-        }
-        return *this;
+std::u16string step(std::u16string text, Text from, Text to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::u16string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
     }
-    Steps& replace(char16_t from, Text to) { return replace(Text(&from, 1), to); }
-
-    const std::u16string& text() const { return text_; }
-
-private:
-    std::u16string text_;
-};
+    return text;
+}
 
 std::u16string reference(int n) {
     const std::string digits = std::to_string(n);
     return u"&#" + std::u16string(digits.begin(), digits.end()) + u";";
 }
 
-char16_t code(int n) { return windows1252[static_cast<std::size_t>(n)]; }
+std::u16string code(int n) { return {windows1252(static_cast<std::uint8_t>(n))}; }
 
-std::u16string encodeByStep(Text text, bool all) {
-    Steps steps(text);
-    steps.replace(u"&", u"&amp;").replace(u"\"", u"&quot;").replace(u"'", u"&#39;").replace(u"<", u"&#60;");
-    steps.replace(u">", u"&#62;").replace(u"\u00E9", u"&#233;").replace(u"\u2013", u"-");
-    if (all) {
-        for (int n = 128; n <= 255; ++n) steps.replace(code(n), reference(n));
-        return steps.text();
-    }
-    steps.replace(code(147), u"&quot;").replace(code(148), u"&quot;").replace(code(145), u"&#39;");
-    return steps.replace(code(146), u"&#39;").text();
+std::u16string encodeByStep(std::u16string text, bool all) {
+    const std::pair<Text, Text> steps[] = {{u"&", u"&amp;"}, {u"\"", u"&quot;"},     {u"'", u"&#39;"}, {u"<", u"&#60;"},
+                                           {u">", u"&#62;"}, {u"\u00E9", u"&#233;"}, {u"\u2013", u"-"}};
+    for (const auto& [from, to] : steps) text = step(text, from, to);
+    for (int n = 128; all && n <= 255; ++n) text = step(text, code(n), reference(n));
+    for (const int n : {145, 146, 147, 148}) text = step(text, code(n), n < 147 ? u"&#39;" : u"&quot;");
+    return text;
 }
 
-std::u16string decodeByStep(Text text, bool all) {
-    Steps steps(text);
-    steps.replace(u"&amp;", u"&").replace(u"&quot;", u"\"").replace(u"&#39;", u"'").replace(u"&#60;", u"<");
-    steps.replace(u"&#62;", u">").replace(u"&#233;", u"\u00E9").replace(u"&apos;", u"'");
-    for (int n = 128; all && n <= 255; ++n) {
-        const char16_t character = code(n);
-        steps.replace(reference(n), Text(&character, 1));
-    }
-    return steps.text();
-}
-
-std::u16string latinByStep(Text text) {
-    Steps steps(text);
-    steps.replace(u"&", u"&amp;").replace(u"\"", u"&quot;").replace(u"'", u"&apos;");
-    steps.replace(u"<", u"&lt;").replace(u">", u"&gt;");
-    for (int n = 0xC0; n <= 0xFF; ++n) {
-        if (n != 215 && n != 247) steps.replace(static_cast<char16_t>(n), reference(n));
-    }
-    return steps.text();
+std::u16string decodeByStep(std::u16string text, bool all) {
+    const std::pair<Text, Text> steps[] = {{u"&amp;", u"&"}, {u"&quot;", u"\""},     {u"&#39;", u"'"}, {u"&#60;", u"<"},
+                                           {u"&#62;", u">"}, {u"&#233;", u"\u00E9"}, {u"&apos;", u"'"}};
+    for (const auto& [from, to] : steps) text = step(text, from, to);
+    for (int n = 128; all && n <= 255; ++n) text = step(text, reference(n), code(n));
+    return text;
 }
 
 /// A text of pieces that references are made of, whole ones among them, and of every kind of character.
@@ -105,7 +78,7 @@ std::u16string randomText(std::mt19937& random) {
         if (choice < std::size(pieces)) {
             text.append(pieces[choice]);
         } else {
-            text.push_back(code(static_cast<int>(random() % 256)));
+            text += code(static_cast<int>(random() % 256));
         }
     }
     return text;
@@ -114,7 +87,7 @@ std::u16string randomText(std::mt19937& random) {
 TEST(XmlText, OnePassAgreesWithTheSteps) {
     for (const unsigned seed : {1u, 2u, 3u}) {
         std::mt19937 random(seed);
-        for (int i = 0; i < 5'000 && !HasFailure(); ++i) {
+        for (int i = 0; i < 1'000 && !HasFailure(); ++i) {
             const std::u16string text = randomText(random);
             SCOPED_TRACE(utf8(text));
             for (const bool all : {false, true}) {
@@ -122,7 +95,6 @@ TEST(XmlText, OnePassAgreesWithTheSteps) {
                 EXPECT_EQ(decode(text, all), decodeByStep(text, all));
                 EXPECT_EQ(decode(encode(text, all), all), decodeByStep(encodeByStep(text, all), all));
             }
-            EXPECT_EQ(latin(text), latinByStep(text));
         }
     }
 }
@@ -156,14 +128,12 @@ TEST(XmlText, IsDecodedAsFarAsItsStepsGo) {
         const char16_t* expected;
         const char16_t* all;
     } cases[] = {
-        {u"&amp;#60;", u"<", u"<"},
-        {u"&amp;amp;", u"&amp;", u"&amp;"},
+        {u"&amp;#60;&amp;amp;", u"<&amp;", u"<&amp;"},
         {u"&lt; &gt; &amp;lt;", u"&lt; &gt; &lt;", u"&lt; &gt; &lt;"},
         {u"&quot;&#39;&apos;&#60;&#62;&#233;", u"\"''<>\u00E9", u"\"''<>\u00E9"},
         {u"&#147;&amp;#128;&#129;", u"&#147;&#128;&#129;", u"\u201C\u20AC\u0081"},
         {u"&#127;&#256;&#0128;&#x80;&#12;", u"&#127;&#256;&#0128;&#x80;&#12;", u"&#127;&#256;&#0128;&#x80;&#12;"},
-        {u"&amp", u"&amp", u"&amp"},
-        {u"&AMP;&", u"&AMP;&", u"&AMP;&"},
+        {u"&AMP;&&amp", u"&AMP;&&amp", u"&AMP;&&amp"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(decode(c.text, false), c.expected);
