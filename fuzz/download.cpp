@@ -1,5 +1,5 @@
 // A downloaded document through every method, form and property: a content type in the first line, then the body.
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "fuzz.hpp"
 #include "quill1xml/store.hpp"
 

@@ -1,6 +1,6 @@
 #include "quill1xml/job.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/error_text.hpp"
 #include "quill1xml/json_arguments.hpp"

@@ -1,7 +1,7 @@
 // The arguments of a call from a JSON object of values by parameter name.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 // Results as JSON.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <nlohmann/json.hpp>
 

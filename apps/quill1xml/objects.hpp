@@ -1,7 +1,7 @@
 // The objects of a collection.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // Downloaded records as a table: which of their properties it shows.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <cstddef>
 #include <span>

@@ -1,6 +1,6 @@
 // The members of CString.
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "quill1xml/cstring.hpp"
 
 namespace quill1xml::automation {

@@ -1,7 +1,7 @@
-// Objects over downloaded elements as values of the catalogue.
+// Objects over downloaded elements as values of members.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "quill1xml/entities.hpp"
 #include "store/labels.hpp"
 

@@ -1,6 +1,6 @@
 #include "automation/manual.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "quill1xml/text.hpp"
 #include "records/record.hpp"
 #include "text/date.hpp"

@@ -1,6 +1,6 @@
 // The members of Store, from the method declarations.
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "automation/entity_classes.hpp"
 #include "quill1xml/store.hpp"
 #include "records/record.hpp"

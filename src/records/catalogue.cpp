@@ -9,7 +9,7 @@ constexpr std::u16string_view attributeDisplays[] = {u"Bullet", u"Numbered"};
 constexpr std::u16string_view categoryDisplays[] = {u"ImageRich", u"TextOnly", u"ImageRichDetailed", u"ProductBoxImage",
                                                     u"ImageRichRule"};
 
-/// -1 and 0 pass, whatever the message says: it is part of the format.
+/// Oddity: -1 and 0 pass, whatever the message says.
 constexpr RowDeclaration productCategoryId = key("ProductCategoryID", "lngProductCategoryID", atLeast(-1), integerText,
                                                  u"The Product Category ID must be a positive integer.");
 
@@ -39,7 +39,7 @@ const Record AddProductGroup = record<arguments::AddProductGroup>(u"ProductGroup
     deleted,
     attribute("TavSMtrxCol",    "TavSMtrxCol",       always,                    integerText)); });
 
-// The source names another method: it is part of the format.
+// Oddity: the source names another method.
 const Record AddUDF = record<arguments::AddUDF>(u"UserDefinedField", [] { return rows(
     key      ("FieldName",    "strFieldName",    length(1, 50),             escaped,
               u"The Field Name may not be less than 1 or more than 50 characters in length."),
@@ -51,7 +51,7 @@ const Record AddUDF = record<arguments::AddUDF>(u"UserDefinedField", [] { return
     deleted); },
     {.source = u"Quill1XML.Store.AddProductGroup()"});
 
-// A zero commencement date is left out, a zero expiry date is written: it is part of the format.
+// Oddity: a zero commencement date is left out, a zero expiry date is written.
 const Record AddProductCategory = record<arguments::AddProductCategory>(u"ProductCategory", [] { return rows(
     productCategoryId,
     attribute("Description",                 "strDescription",                 notDefault && atMost(255), escaped),
@@ -79,8 +79,8 @@ const Record AddProductCategoryLink = record<arguments::AddProductCategoryLink>(
     attribute("Ranking",   "lngRanking",   atLeast(-1),              integerText),
     deleted); });
 
-// The message names another value than the description, and a description that is not given is written as
-// "StringDefault": both are part of the format.
+// Oddity: the message names another value than the description, and a description that is not given is written as
+// "StringDefault".
 const Record AddDimensionTypes = record<arguments::AddDimensionTypes>(u"DimensionTypes", [] { return rows(
     attribute("DimensionType",             "intDimensionType",         always,                      integerText),
     key      ("Description",               "strDescription",           length(1, 50),               escaped,
@@ -89,7 +89,7 @@ const Record AddDimensionTypes = record<arguments::AddDimensionTypes>(u"Dimensio
         attribute("DimensionDescription#", "strDimensionDescription#", when("blnDeleted", isFalse), escaped)),
     deleted); });
 
-// The message names 4 characters where 50 are allowed: it is part of the format.
+// Oddity: the message names 4 characters where 50 are allowed.
 const Record AddDimensions = record<arguments::AddDimensions>(u"Dimensions", [] { return rows(
     attribute("DimensionID",          "intDimensionID",          always,         integerText),
     key      ("DimensionDescription", "strDimensionDescription", length(1, 50),  escaped,
@@ -109,7 +109,7 @@ const Record AddDimensionValues = record<arguments::AddDimensionValues>(u"Dimens
     deleted,
     attribute("DimensionRanking", "dblRanking",         otherThan(0),  numberText)); });
 
-// The message names another value than the product code: it is part of the format.
+// Oddity: the message names another value than the product code.
 const Record AddDimensionProducts = record<arguments::AddDimensionProducts>(u"DimensionProducts", [] { return rows(
     attribute("DimensionID",          "intDimensionID",        always,         integerText),
     attribute("DimensionType",        "intDimensionType",      always,         integerText),

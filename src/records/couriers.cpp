@@ -15,7 +15,7 @@ constexpr RowDeclaration countryCode =
     key("CountryCode", "strCountryCode", length(1, 5), asGiven,
         u"The CountryCode may not be less than 1 or more than 5 characters in length.");
 
-/// Couriers and their services: the message names 20 characters where 5 are allowed. It is part of the format.
+/// Of couriers and their services. Oddity: the message names 20 characters where 5 are allowed.
 constexpr RowDeclaration homeCountryCode =
     key("CountryCode", "strCountryCode", length(1, 5), asGiven,
         u"The CountryCode may not be less than 1 or more than 20 characters in length.");
@@ -31,8 +31,8 @@ constexpr auto courierRows = [] { return rows(
 
 }  // namespace
 
-// The weight unit is refused, not left out, when it is not given, with a message that speaks of its length alone: it is
-// part of the format.
+// Oddity: the weight unit is refused, not left out, when it is not given, with a message that speaks of its length
+// alone.
 const Record AddSimpleCourier = record<arguments::AddSimpleCourier>(u"SimpleCourier", [] { return rows(
     courierCode,
     attribute("CourierName",           "strCourierName",           notDefault,               escaped),

@@ -12,7 +12,7 @@ constexpr RowDeclaration debtorCategoryId =
     key("DebtorCategoryID", "strDebtorCategoryID", length(1, 10), escaped,
         u"The DebtorCategoryID may not be less than 1 or more than 10 characters in length.");
 
-/// Opens the debtor before its checks: a debtor that is refused later stays open, and an empty id opens none.
+/// Oddity: opens the debtor before its checks; a debtor that is refused later stays open, and an empty id opens none.
 void open(const Call& call, const Record& record) {
     if (!call.store.openDebtor.empty()) {
         throw Error(applicationError, record.source(),

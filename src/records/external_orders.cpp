@@ -7,7 +7,7 @@
 namespace quill1xml::records {
 namespace {
 
-/// Opens the order before its number is checked; an empty number leaves it closed.
+/// Oddity: opens the order before its number is checked; an empty number leaves it closed.
 void openExternalOrder(const Call& call, const Record& record) {
     if (!call.store.openExternalOrder.empty()) {
         throw Error(applicationError, record.source(),
@@ -59,7 +59,7 @@ const Record AddExternalOrder = record<arguments::AddExternalOrder>(u"ExternalOr
     attribute("PurchaseNumber",         "strPurchaseNumber",         notDefault && atMost(50),   escaped)); },
     {.prologue = openExternalOrder});
 
-// "Sku" and the blank after Deleted are part of the format.
+// Oddity: "Sku" and the blank after Deleted.
 const Record AddExternalOrderLineItem = record<arguments::AddExternalOrderLineItem>(u"ExternalOrderLineItem", [] { return rows(
     key      ("OrderNumber", "",               always,                    openOrderNumber,
               u"The order number must 1 to 20 characters long."),

@@ -22,7 +22,7 @@ const Record AddTax = record<arguments::AddTax>(u"Tax", [] { return rows(
     attribute("UsePOSRebate",      "blnUsePOSRebate",      always,                   flag),
     attribute("POSRebateRate",     "dblPOSRebateRate",     always,                   currencyStrText)); });
 
-// Source and message name another method and another limit: they are part of the format.
+// Oddity: source and message name another method and another limit.
 const Record AddMobileUser = record<arguments::AddMobileUser>(u"MobileUser", [] { return rows(
     key      ("GUID",        "strGUID",        length(1, 32),            escaped,
               u"GUID may not be less than 1 or more than 10 characters in length."),
@@ -36,7 +36,7 @@ const Record AddTradingCountry = record<arguments::AddTradingCountry>(u"TradingC
     attribute("CountryCode", "strCountryCode", notDefault, asGiven),
     deleted); });
 
-// The message names 4 characters where 10 are allowed: it is part of the format.
+// Oddity: the message names 4 characters where 10 are allowed.
 const Record AddPaymentMethod = record<arguments::AddPaymentMethod>(u"PaymentMethod", [] { return rows(
     key      ("PaymentMethodID",             "strPaymentMethodID",        length(1, 10),             escaped,
               u"The PaymentMethodID may not be less than 1 or more than 4 characters in length."),

@@ -16,7 +16,7 @@ constexpr std::u16string_view siteTypes[] = {u"ArticlesOnly", u"Selling", u"Cata
 constexpr std::u16string_view showCaseDisplays[] = {u"ImageRich", u"TextOnly", u"ImageRichDetailed"};
 constexpr std::u16string_view priceDisplays[] = {u"TaxExclusive", u"TaxInclusive", u"Both"};
 
-/// The texts of stock levels and categories go with the method of stock on hand, whatever they hold themselves.
+/// Oddity: the texts of stock levels and categories go with the method of stock on hand, whatever they hold themselves.
 constexpr Condition withStockMethod = when("strQuantityOnHandMethod", notBlank);
 
 }  // namespace
@@ -173,7 +173,7 @@ void perform(State& state, const arguments::AddAdditionalParameters& arguments) 
     TextBuffer text;
     text.append(state.storeElement);
     records::appendAttributes(text, records::AddAdditionalParameters, {state, &arguments});
-    // The blank before the bracket is part of the format.
+    // Oddity: the blank before the bracket.
     text.append(u" >");
     startAnew(state, firstPacket, text.view());
     state.storeElement.clear();

@@ -22,7 +22,7 @@ const Record AddSupplier = record<arguments::AddSupplier>(u"Supplier", [] { retu
     attribute("DateOfData",        "dtmData",              dateGiven,                dateText),
     deleted); });
 
-// The source has a small f, and an amount that is not given is written as -1: both are part of the format.
+// Oddity: the source has a small f, and an amount that is not given is written as -1.
 const Record AddCashFlow = record<arguments::AddCashFlow>(u"CashFlow", [] { return rows(
     key      ("SummaryCode",            "strSummaryCode",            length(1, 50),            escaped,
               u"The Summary Code may not be less than 1 or more than 50 characters in length."),

@@ -4,7 +4,7 @@
 
 namespace quill1xml::records {
 
-// The blank in ` FileLinkID =` and ` OrderNumber =` of the links is part of the format.
+// Oddity: the blank in ` FileLinkID =` and ` OrderNumber =` of the links.
 // clang-format off
 
 const Record AddOrderDocument = record<arguments::AddOrderDocument>(u"OrderDocument", [] { return rows(
@@ -30,7 +30,7 @@ const Record AddOrderDocumentLink = record<arguments::AddOrderDocumentLink>(u"Or
     attribute("FileLinkID",  "dblFileLinkID",  otherThan(-1), numberText)),
     deleted); });
 
-// The message speaks of the order number: it is part of the format, as is the counter shared with the other link.
+// Oddity: the message speaks of the order number, and the counter is shared with the other link.
 const Record AddTransactionDocumentLink = record<arguments::AddTransactionDocumentLink>(
     u"TransactionDocumentLink", [] { return rows(
     key      ("DocumentNumber", "strDocNum",     notEmpty,      apostrophesDoubled,

@@ -101,14 +101,14 @@ const Record AddOrder = record<OrderList>(u"Order", [] { return rows(
     attribute("CustomerCompanyName",       "CustomerCompanyName",       notDefault && atMost(50),   escaped)); },
     {.end = u">", .carriesStoreId = true, .delivery = openOrder});
 
-// The field name decides about the value too: a fixed rule of the format.
+// Oddity: the field name decides about the value too.
 const Record AddOrderUDFValue = record<arguments::AddOrderUDFValue>(u"UserDefinedFieldValue", [] { return rows(
     attribute("OrderNumber", "lngOrderNumber", always,                               integerText),
     attribute("FieldName",   "strFieldName",   length(1, 30),                        escaped),
     attribute("FieldValue",  "strFieldValue",  when("strFieldName", length(1, 255)), escaped)); },
     {.parent = u"Order", .delivery = addFieldValue});
 
-// Both quantities go by the actual one: a fixed rule of the format.
+// Oddity: both quantities go by the actual one.
 const Record AddOrderLineItem = record<arguments::AddOrderLineItem>(u"OrderLineItem", [] { return rows(
     key      ("LineNumber",                "lngLineNumber",                atLeast(1),                    integerText,
               u"The Line Number must be a positive integer."),
@@ -167,7 +167,7 @@ std::u16string updateValue(const State& state, const Parameter& parameter, const
     } else if (parameter.name == "OrderStatus") {
         state.xmlText.encode(value, arguments.strOrderStatus, false);
     } else if (parameter.name != "CreditCardPinNumber") {
-        // The card's number stays empty, which AddOrder writes: every update has it.
+        // Oddity: the card's pin stays empty, which AddOrder writes: every update has it.
         value = leftOut(parameter);
     }
     return value;

@@ -19,8 +19,7 @@ constexpr RowDeclaration sku = key("SKU", "strSKU", length(1, 255), escaped,
 
 // clang-format off
 
-// Both dates are written even when they are zero, and the source of the date check names another method: both are part
-// of the format.
+// Oddity: both dates are written even when they are zero, and the source of the date check names another method.
 const Record AddDebtorPrice = record<arguments::AddDebtorPrice>(u"DebtorPrice", [] { return rows(
     debtorId,
     sku,
@@ -71,7 +70,7 @@ const Record AddDebtorDiscountMatrix = record<arguments::AddDebtorDiscountMatrix
     numbered<1, 3>(
         attribute("DiscountType#",    "strDiscountType#",        notDefault,      asGiven))); });
 
-// The percentages are rounded to currency, unlike those of the other matrices: it is part of the format.
+// Oddity: the percentages are rounded to currency, unlike those of the other matrices.
 const Record AddProductDiscountMatrix = record<arguments::AddProductDiscountMatrix>(
     u"ProductDiscountMatrix", [] { return rows(
     debtorCategoryId,

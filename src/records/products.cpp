@@ -33,7 +33,7 @@ void addPromotion(store::State& store, const Record&, std::u16string_view elemen
     store.productPromotions.append(u"\r\n").append(element);
 }
 
-/// Images are not counted into packets: the format has all of them in one file.
+/// Oddity: images are not counted into packets, all of them go to one file.
 void appendToImagePacket(store::State& store, const Record& record, std::u16string_view element) {
     store::append(store, record.packet(1), element);
 }
@@ -70,7 +70,7 @@ const Record AddProduct = record<arguments::AddProduct>(u"Product", [] { return 
     attribute("LinkedGroupNumber",     "lngLinkedGroupNumber",     atLeast(0),                 integerText),
     attribute("LinkedGroupType",       "strLinkedGroupType",       oneOf(linkedGroupTypes),    asGiven),
     attribute("AllowCustomerDiscount", "blnAllowCustomerDiscount", always,                     flag),
-    // Unlike other amounts all twenty prices are always there, empty where a level has none.
+    // Oddity: unlike other amounts all twenty prices are always there, empty where a level has none.
     numbered<1, 20>(
         attribute("Price#",            "dblPrice#",                atLeast(0),                 currencyStrText),
         otherwise(fixed("Price#",      always,                     u""))),
@@ -92,7 +92,7 @@ const Record AddProductAdditional = record<arguments::AddProductAdditional>(u"Pr
     attribute("TavSMtrxCol",    "TavSMtrxCol",   always,        integerText)); },
     {.end = u">", .continuesStartTag = true, .delivery = finishStartTag});
 
-// Both blanks around the attributes are part of the format.
+// Oddity: both blanks around the attributes.
 const Record AddProductPOSRebate = record<arguments::AddProductPOSRebate>(u"ProductPOSRebate", [] { return rows(
     key      ("SKU",   "strSKU",   length(1, 255), escaped, badSku),
     attribute("AB",    "blnAB",    always,         flag),
@@ -139,7 +139,7 @@ const Record AddProductImage = record<arguments::AddProductImage>(u"ProductImage
     attribute("Deleted",     "blnDeleted",  always,         absoluteInteger)); },
     {.delivery = appendToImagePacket});
 
-// The method's name is part of the description here, and the source is the library's.
+// Oddity: the method's name is part of the description, and the source is the library's.
 const Record AddProductLinking = record<arguments::AddProductLinking>(u"ProductLinking", [] { return rows(
     key      ("ParentProductID", "strParentCode", length(1, 255), escaped,
               u"Quill1XML.Store.AddProductLinking(): The product parent code may not be less than 1 or more than 255 "

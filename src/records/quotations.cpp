@@ -57,7 +57,7 @@ namespace store {
 
 void perform(State& state, const arguments::AddQuotation& arguments) {
     if (!state.openQuote.empty()) {
-        // The source names the order method: it is part of the format.
+        // Oddity: the source names the order method.
         throw Error(applicationError, u"Quill1XML.Store.AddOrder()",
                     u"A new Quote may not be added if an existing one is still unlocked.");
     }
@@ -68,7 +68,7 @@ void perform(State& state, const arguments::AddQuotation& arguments) {
 
 void perform(State& state, const arguments::LockQuote&) {
     if (state.openQuote.empty()) {
-        // The source is spelled so.
+        // Oddity: the source is spelled so.
         throw Error(applicationError, u"Quill1XML.Store.LockQuoter()",
                     u"No Quote has been created, or the current Quote has already been Locked.");
     }

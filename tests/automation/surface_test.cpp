@@ -1,5 +1,5 @@
 // How hosts name what they call.
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Downloaded records through their C++ classes: conversions, decoding, and the collections of their child elements.
 #include "quill1xml/entities.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
 

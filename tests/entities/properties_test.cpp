@@ -1,5 +1,5 @@
 // Every property of the downloaded records: which attribute it reads, how it takes it, and how it reports failures.
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
 
@@ -94,8 +94,9 @@ bool same(const Value& a, const Value& b) {
 }
 
 void initialise(const Class& of, void* object, const std::string& xml) {
-    platform::ParseError error;
-    const auto document = platform::systemEnvironment().xml->parse(toUtf16(xml), nullptr, error);
+    ports::ParseError error;
+    const auto document =
+        ports::systemEnvironment().xml->parseBytes(std::string(xml), ports::SourceEncoding::utf8, error);
     Arguments arguments(of.members[0]);
     arguments.setNodes(0, {Node(document->root())});
     of.members[0].invoke(object, arguments.data());

@@ -1,7 +1,7 @@
 // Fetched documents, nodes of the host and the objects over them.
 #include "hosts/client.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 namespace quill1xml {
 namespace {

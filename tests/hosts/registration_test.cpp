@@ -1,7 +1,7 @@
 // How hosts find the classes: registration for the machine, for a user, and none.
 #include "hosts/client.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include <set>
 

@@ -1,7 +1,7 @@
 // What the type library tells hosts that compile against it.
 #include "hosts/client.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 namespace quill1xml {
 namespace {

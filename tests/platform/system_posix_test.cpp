@@ -1,4 +1,4 @@
-#include "platform/platform.hpp"
+#include "platform/ports.hpp"
 #include "quill1xml/store.hpp"
 
 #include <gtest/gtest.h>

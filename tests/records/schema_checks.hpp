@@ -1,8 +1,9 @@
 // What a store schema must accept and refuse, whichever dialect it is written in.
 #pragma once
 
-#include "platform/platform.hpp"
+#include "quill1xml/ports.hpp"
 #include "quill1xml/schema.hpp"
+#include "store/schema_source.hpp"
 #include "support/temp_folder.hpp"
 #include "support/text_printer.hpp"
 
@@ -17,7 +18,8 @@ namespace quill1xml::testing {
 class SchemaJudge {
 public:
     explicit SchemaJudge(SchemaDialect dialect)
-        : schema_(xml_->loadSchema(
+        : schema_(store::loadSchema(
+              ports::systemEnvironment(),
               folder_.create(dialect == SchemaDialect::xsd ? u"100% #1.xsd" : u"100% #1.xdr", storeSchema(dialect)))) {}
 
     /// Why a document is refused; empty when it is valid.

@@ -16,9 +16,11 @@ inline std::u16string parameterList(const records::Record& record, const Values&
     std::u16string text = u"<List";
     for (const Parameter& parameter : record.parameters) {
         const std::u16string name = toUtf16(parameter.name);
-        const bool date = parameter.type == Type::date;
-        std::u16string value = parameter.type == Type::text ? u"StringDefault" : date ? u"1899-12-30T00:00:00" : u"-1";
-        if (parameter.type == Type::longInteger) value = u"1";
+        const bool date = parameter.type == ParameterType::date;
+        std::u16string value = parameter.type == ParameterType::text ? u"StringDefault"
+                               : date                                ? u"1899-12-30T00:00:00"
+                                                                     : u"-1";
+        if (parameter.type == ParameterType::longInteger) value = u"1";
         if (!parameter.required) value = u"(absent)";
         if (const auto found = given.find(name); found != given.end()) value = found->second;
         if (value != u"(absent)") text.append(u" ").append(name).append(u"=\"").append(value).append(u"\"");

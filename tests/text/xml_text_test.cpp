@@ -46,7 +46,7 @@ std::u16string reference(int n) {
     return u"&#" + std::u16string(digits.begin(), digits.end()) + u";";
 }
 
-std::u16string code(int n) { return {windows1252(static_cast<std::uint8_t>(n))}; }
+std::u16string code(int n) { return {windows1252[static_cast<std::size_t>(n)]}; }
 
 std::u16string encodeByStep(std::u16string text, bool all) {
     const std::pair<Text, Text> steps[] = {{u"&", u"&amp;"}, {u"\"", u"&quot;"},     {u"'", u"&#39;"}, {u"<", u"&#60;"},

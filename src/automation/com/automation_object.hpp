@@ -1,7 +1,7 @@
-// An object of a catalogue class as automation hosts see it.
+// An object of a class as automation hosts see it.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "automation/com/com_object.hpp"
 #include "automation/com/connection_point.hpp"
 #include "automation/identity.hpp"

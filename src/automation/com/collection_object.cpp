@@ -9,7 +9,7 @@
 #include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
 #include "quill1xml/text.hpp"
-#include "store/trap.hpp"
+#include "store/error_log.hpp"
 
 #include <array>
 #include <optional>
@@ -250,7 +250,7 @@ com::ComPtr<IDispatch> makeCollection(const Collection& collection) {
     };
     const ports::Environment environment =
         collection.environment != nullptr ? *collection.environment : ports::systemEnvironment();
-    return store::trapped(environment, {.text = collection.label}, make);
+    return store::logged(environment, {.text = collection.label}, make);
 }
 
 }  // namespace quill1xml::automation

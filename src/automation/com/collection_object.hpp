@@ -2,7 +2,7 @@
 // declared As Collection.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "platform/windows/com_support.hpp"
 
 namespace quill1xml::automation {

@@ -1,7 +1,7 @@
 // Where hosts connect to hear the events of an object.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "platform/windows/com_support.hpp"
 
 #include <windows.h>

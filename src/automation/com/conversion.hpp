@@ -1,7 +1,7 @@
-// Between the variants of hosts and the values of the catalogue.
+// Between the variants of hosts and the values of members.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "platform/windows/com_support.hpp"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 // IDispatch over the members of a class, for every object of the server.
 #pragma once
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "platform/windows/com_support.hpp"
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 #include "automation/com/registration.hpp"
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "automation/com/guid.hpp"
 #include "automation/com/module.hpp"
 #include "automation/identity.hpp"

@@ -2,7 +2,7 @@
 //
 //     quill1xml-idl > Quill1XML.idl
 
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 #include "automation/identity.hpp"
 #include "quill1xml/text.hpp"
 

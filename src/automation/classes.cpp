@@ -1,4 +1,4 @@
-#include "automation/catalogue.hpp"
+#include "automation/classes.hpp"
 
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
