@@ -30,7 +30,7 @@ packages_for() {
                 echo g++ cmake ninja-build pkg-config libxml2-dev libcurl4-openssl-dev libsqlite3-dev \
                     nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libfmt-dev
                 ;;
-            tests) echo googletest curl libxml2-utils ;;
+            tests) echo libgtest-dev libgmock-dev curl libxml2-utils ;;
             bench) echo libbenchmark-dev libpugixml-dev ;;
             windows) echo g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools googletest ;;
             wine) echo wine wine64 ;;
