@@ -1,8 +1,8 @@
 // Fetching for people: tables, JSON, XML, and what is said of a failure.
-#include "quill1xml/fetch.hpp"
+#include "command_line/fetch.hpp"
 
-#include "quill1xml/display_width.hpp"
-#include "quill1xml/job.hpp"
+#include "command_line/display_width.hpp"
+#include "command_line/job.hpp"
 #include "support/fake_environment.hpp"
 #include "support/temp_folder.hpp"
 

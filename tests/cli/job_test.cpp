@@ -1,5 +1,5 @@
 // Jobs of JSON lines: what they print, and what they say of the first mistake.
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 
 #include "quill1xml/schema.hpp"
 #include "support/scripted_xml.hpp"

@@ -1,5 +1,5 @@
 // Where passwords come from, and that they do not show.
-#include "quill1xml/password.hpp"
+#include "command_line/password.hpp"
 
 #include "support/temp_folder.hpp"
 

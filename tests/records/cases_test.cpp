@@ -4,7 +4,7 @@
 // begins with the file's name, or "! number | source | description" of the error that the last line ends in. "{x*50}"
 // stands for 50 times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of
 // AddQuotation; a line that begins with "#" is a comment.
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 #include "support/fake_environment.hpp"
 #include "support/order_list.hpp"
 

@@ -1,4 +1,4 @@
-#include "quill1xml/terminal.hpp"
+#include "command_line/terminal.hpp"
 
 #include <array>
 #include <cerrno>

@@ -1,7 +1,7 @@
-#include "quill1xml/json_arguments.hpp"
+#include "command_line/json_arguments.hpp"
 
+#include "command_line/nearest.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/nearest.hpp"
 #include "quill1xml/text.hpp"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "quill1xml/progress.hpp"
+#include "command_line/progress.hpp"
 
 #include "quill1xml/text.hpp"
 

@@ -1,4 +1,4 @@
-#include "quill1xml/nearest.hpp"
+#include "command_line/nearest.hpp"
 
 #include <algorithm>
 #include <cctype>

@@ -1,8 +1,8 @@
-#include "quill1xml/record_table.hpp"
+#include "command_line/record_table.hpp"
 
-#include "quill1xml/objects.hpp"
+#include "command_line/objects.hpp"
+#include "command_line/text_table.hpp"
 #include "quill1xml/text.hpp"
-#include "quill1xml/text_table.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
 

@@ -1,12 +1,12 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
-#include "quill1xml/fetch.hpp"
-#include "quill1xml/job.hpp"
-#include "quill1xml/password.hpp"
+#include "command_line/fetch.hpp"
+#include "command_line/job.hpp"
+#include "command_line/password.hpp"
+#include "command_line/send_images.hpp"
+#include "command_line/terminal.hpp"
 #include "quill1xml/schema.hpp"
-#include "quill1xml/send_images.hpp"
-#include "quill1xml/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 

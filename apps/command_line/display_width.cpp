@@ -1,4 +1,4 @@
-#include "quill1xml/display_width.hpp"
+#include "command_line/display_width.hpp"
 
 #include <algorithm>
 #include <span>

@@ -1,12 +1,12 @@
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 
 #include "automation/catalogue.hpp"
+#include "command_line/error_text.hpp"
+#include "command_line/json_arguments.hpp"
+#include "command_line/json_values.hpp"
+#include "command_line/nearest.hpp"
+#include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/error_text.hpp"
-#include "quill1xml/json_arguments.hpp"
-#include "quill1xml/json_values.hpp"
-#include "quill1xml/nearest.hpp"
-#include "quill1xml/progress.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 
