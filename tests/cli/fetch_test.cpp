@@ -135,6 +135,9 @@ TEST(DisplayWidth, CountsColumnsAndCutsBetweenCharacters) {
         {u"𠀀", 2, u"𠀀"},
         {u"❤\uFE0F", 1, u"❤\uFE0F"},
         {u"\xD83C", 1, u"\xD83C"},
+        {u"ที่นี่", 2, u"ที่นี่"},
+        {u"हिन्दी", 3, u"हिन्दी"},
+        {u"भुगतान विधि", 7, u"भुगता…"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(displayWidth(c.text), c.width) << testing::utf8(c.text);
