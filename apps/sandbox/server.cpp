@@ -50,6 +50,11 @@ void allowParameters(const httplib::Request& request, std::initializer_list<std:
             throw std::invalid_argument("Unknown parameter \"" + name + '"');
 }
 
+std::string reasonOf(const std::exception& failure) {
+    const bool ofDatabase = dynamic_cast<const SQLite::Exception*>(&failure) != nullptr;
+    return (ofDatabase ? "Database: " : "") + std::string(failure.what());
+}
+
 std::string statusText(const httplib::Request& request, int status) {
     switch (status) {
         case 404: return "There is nothing at " + request.method + ' ' + request.path;
@@ -64,7 +69,7 @@ void answerException(const httplib::Request&, httplib::Response& response, std::
     } catch (const std::invalid_argument& error) {
         answerError(response, 400, error.what());
     } catch (const std::exception& error) {
-        answerError(response, 500, error.what());
+        answerError(response, 500, reasonOf(error));
     }
 }
 
@@ -130,7 +135,7 @@ void Server::addExchange(const std::string& path, Exchange exchange) {
         } catch (const Refusal& refusal) {
             return refusal.receipt();
         } catch (const std::exception& error) {
-            return Refusal(RefusalNumber::internal, "Store", error.what()).receipt();
+            return Refusal(RefusalNumber::internal, "Store", reasonOf(error)).receipt();
         }
     };
     http_.Post(path, [this, path, answer](const httplib::Request&, httplib::Response& response,

@@ -6,9 +6,10 @@
 //     images   one row per image: folder, name, whether a thumbnail was asked for, bytes
 #pragma once
 
-#include "database.hpp"
 #include "document.hpp"
 #include "image.hpp"
+
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <cstdint>
 #include <mutex>
@@ -17,7 +18,7 @@
 
 namespace quill1xml::sandbox {
 
-/// May be used from several threads. Failures are std::runtime_error and leave everything as it was.
+/// May be used from several threads. Failures are SQLite::Exception and leave everything as it was.
 class Storage {
 public:
     /// Opens or creates the file; ":memory:" keeps nothing beyond the object.
@@ -54,7 +55,7 @@ private:
     void insert(const StoreDocument& document, std::optional<std::int64_t> importNumber);
 
     std::mutex mutex_;
-    Database database_;
+    SQLite::Database database_;
 };
 
 }  // namespace quill1xml::sandbox

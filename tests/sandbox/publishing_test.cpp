@@ -173,8 +173,8 @@ TEST(SandboxServer, KeepsItsDatabaseBetweenRuns) {
 TEST(SandboxServer, KeepsNothingOfADocumentThatFailsHalfway) {
     const TemporaryFile file("failing.sqlite");
     Server server(testFormat(), {.database = file.path()});
-    Database(file.path())
-        .execute(
+    SQLite::Database(file.path(), SQLite::OPEN_READWRITE)
+        .exec(
             "CREATE TRIGGER full BEFORE INSERT ON records WHEN new.key = 'B|' BEGIN SELECT RAISE(ABORT, 'disk full'); "
             "END");
     play(server, {{"POST /upload", store("<Tax TaxCode='A'/><Tax TaxCode='B'/>"), 200,
