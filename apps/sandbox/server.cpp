@@ -6,7 +6,10 @@
 #include "receipt.hpp"
 #include "seed.hpp"
 
+#include <sys/socket.h>
+
 #include <algorithm>
+#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,6 +21,10 @@ constexpr const char* host = "127.0.0.1";
 constexpr const char* xmlType = "text/xml; charset=utf-8";
 constexpr const char* jsonType = "application/json";
 constexpr std::size_t longestBody = 64u << 20;
+/// Idle connections hold a worker each, until they are closed; stopping waits for them, too.
+constexpr std::size_t workers = 64;
+constexpr std::time_t idleSeconds = 1;
+constexpr std::size_t mostRequestsPerConnection = 1'000'000;
 
 void answerJson(httplib::Response& response, const Json& json, int status = 200) {
     response.status = status;
@@ -63,6 +70,19 @@ std::string statusText(const httplib::Request& request, int status) {
     }
 }
 
+/// Answers go out at once, connections are kept, and the port is the server's own.
+void setUpConnections(httplib::Server& server) {
+    server.set_tcp_nodelay(true);
+    server.new_task_queue = [] { return new httplib::ThreadPool(workers); };
+    server.set_keep_alive_timeout(idleSeconds);
+    server.set_keep_alive_max_count(mostRequestsPerConnection);
+    // The library's own choice, SO_REUSEPORT, would share the port with another server.
+    server.set_socket_options([](socket_t socket) {
+        const int on = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    });
+}
+
 void answerException(const httplib::Request&, httplib::Response& response, std::exception_ptr failure) {
     try {
         std::rethrow_exception(std::move(failure));
@@ -85,6 +105,7 @@ Server::Server(Format format, const Settings& settings)
     if (settings.seed) seed();
     for (const PlannedMisbehaviour& planned : settings.misbehaviours) plan_.add(planned);
 
+    setUpConnections(http_);
     http_.set_payload_max_length(longestBody);
     http_.set_exception_handler(answerException);
     http_.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
@@ -123,7 +144,8 @@ void Server::misbehave(const Misbehaviour& misbehaviour, httplib::Response& resp
         response.status = misbehaviour.reply.status;
         response.set_content(misbehaviour.reply.body, misbehaviour.reply.contentType);
     } else if (misbehaviour.action != Action::proceed) {
-        // A provider that fails is how a connection closes without an answer.
+        // A provider that fails is how a connection closes: the head of the answer is out by then, its body never
+        // comes.
         response.set_content_provider(1, xmlType, [](std::size_t, std::size_t, httplib::DataSink&) { return false; });
     }
 }

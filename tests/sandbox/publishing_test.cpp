@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <future>
+#include <memory>
 #include <stdexcept>
 
 namespace quill1xml::sandbox {
@@ -200,6 +201,19 @@ TEST(SandboxServer, ClosesAndHangsWithoutAnAnswer) {
     server.reset();
     EXPECT_FALSE(hung.get());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST(SandboxServer, ServesAndStopsBesideIdleConnections) {
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<std::unique_ptr<httplib::Client>> idle;
+    auto server = std::make_unique<Server>(testFormat(), Settings());
+    for (int i = 0; i < 40; ++i) {
+        idle.push_back(std::make_unique<httplib::Client>("127.0.0.1", server->port()));
+        idle.back()->set_keep_alive(true);
+        EXPECT_TRUE(idle.back()->Get("/kinds"));
+    }
+    server.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST(SandboxServer, ReportsAPortThatIsTakenAndABrokenSchema) {
