@@ -1,19 +1,24 @@
 #include "storage.hpp"
 
+#include <stdexcept>
+
 namespace quill1xml::sandbox {
 namespace {
 
 constexpr int busyTimeoutMilliseconds = 5000;
 
+/// Goes up when the schema changes.
+constexpr int version = 1;
+
 constexpr const char* schema = R"sql(
-    CREATE TABLE IF NOT EXISTS imports (
+    CREATE TABLE imports (
         number INTEGER PRIMARY KEY,
         time TEXT NOT NULL,
         store_id INTEGER NOT NULL,
         user TEXT NOT NULL,
         store TEXT NOT NULL
     ) STRICT;
-    CREATE TABLE IF NOT EXISTS records (
+    CREATE TABLE records (
         id INTEGER PRIMARY KEY,
         import INTEGER REFERENCES imports (number),
         kind TEXT NOT NULL,
@@ -22,15 +27,15 @@ constexpr const char* schema = R"sql(
         children TEXT NOT NULL,
         xml TEXT NOT NULL
     ) STRICT;
-    CREATE TABLE IF NOT EXISTS images (
+    CREATE TABLE images (
         folder TEXT NOT NULL,
         name TEXT NOT NULL,
         thumbnail INTEGER NOT NULL,
         bytes BLOB NOT NULL,
         PRIMARY KEY (folder, name)
     ) STRICT;
-    CREATE INDEX IF NOT EXISTS records_by_key ON records (kind, key);
-    CREATE INDEX IF NOT EXISTS records_by_import ON records (import, kind);
+    CREATE INDEX records_by_key ON records (kind, key);
+    CREATE INDEX records_by_import ON records (import, kind);
 )sql";
 
 /// Bytes to be bound as a blob; they must outlive the statement.
@@ -82,12 +87,45 @@ Json recordsOf(SQLite::Statement rows) {
     return list;
 }
 
+SQLite::Database open(const std::string& file) {
+    return {file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMilliseconds};
+}
+
+/// The declarations of all tables.
+std::string tablesOf(const SQLite::Database& database) {
+    std::string tables;
+    SQLite::Statement rows =
+        prepare(database, "SELECT sql FROM sqlite_schema WHERE type = 'table' AND sql IS NOT NULL ORDER BY name");
+    while (rows.executeStep()) tables += text(rows, 0) + '\n';
+    return tables;
+}
+
+/// Makes the tables in a new database. Throws when there are others, or one that a later version wrote.
+void prepareTables(SQLite::Database& database) {
+    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+    const int found = database.execAndGet("PRAGMA user_version").getInt();
+    if (found > version) throw std::runtime_error("a newer version of the store has written it");
+    if (tablesOf(database).empty()) database.exec(schema);
+    SQLite::Database model = open(":memory:");
+    model.exec(schema);
+    if (tablesOf(database) != tablesOf(model)) throw std::runtime_error("its tables are not those of a store");
+    if (found < version) database.exec("PRAGMA user_version = " + std::to_string(version));
+    transaction.commit();
+}
+
+SQLite::Database openStore(const std::string& file) {
+    try {
+        SQLite::Database database = open(file);
+        prepareTables(database);
+        return database;
+    } catch (const std::exception& error) {
+        throw std::runtime_error("Database " + file + ": " + error.what());
+    }
+}
+
 }  // namespace
 
-Storage::Storage(const std::string& file)
-    : database_(file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMilliseconds) {
-    database_.exec(schema);
-}
+Storage::Storage(const std::string& file) : database_(openStore(file)) {}
 
 void Storage::insert(const StoreDocument& document, std::optional<std::int64_t> importNumber) {
     for (const Record& record : document.records)

@@ -21,7 +21,8 @@ namespace quill1xml::sandbox {
 /// May be used from several threads. Failures are SQLite::Exception and leave everything as it was.
 class Storage {
 public:
-    /// Opens or creates the file; ":memory:" keeps nothing beyond the object.
+    /// Opens or creates the file; ":memory:" keeps nothing beyond the object. Throws std::runtime_error that names the
+    /// file when it is no database, has other tables or comes from a newer version.
     explicit Storage(const std::string& file);
 
     /// Keeps a document whole and returns its import number: 1 for the first, then without gaps.

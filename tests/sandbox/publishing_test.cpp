@@ -171,6 +171,20 @@ TEST(SandboxServer, KeepsItsDatabaseBetweenRuns) {
     }
 }
 
+TEST(SandboxServer, RefusesDatabasesThatAreNotItsOwn) {
+    for (const char* sql : {"CREATE TABLE records (id INTEGER, kind TEXT)", "CREATE TABLE other (id INTEGER)",
+                            "PRAGMA user_version = 2"}) {
+        const TemporaryFile file("foreign.sqlite");
+        SQLite::Database(file.path(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec(sql);
+        try {
+            const Server server(testFormat(), {.database = file.path()});
+            ADD_FAILURE() << "takes " << sql;
+        } catch (const std::runtime_error& error) {
+            EXPECT_TRUE(std::string_view(error.what()).starts_with("Database " + file.path() + ": ")) << error.what();
+        }
+    }
+}
+
 TEST(SandboxServer, KeepsNothingOfADocumentThatFailsHalfway) {
     const TemporaryFile file("failing.sqlite");
     Server server(testFormat(), {.database = file.path()});
@@ -214,6 +228,17 @@ TEST(SandboxServer, ServesAndStopsBesideIdleConnections) {
     }
     server.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST(SandboxServer, RefusesBodiesThatExpandBeyondItsLimit) {
+    Server server(testFormat(), {});
+    httplib::Client client("127.0.0.1", server.port());
+    client.set_compress(true);
+    for (const auto& [size, status] : {std::pair(std::size_t{1} << 20, 200), std::pair(std::size_t{65} << 20, 413)}) {
+        const httplib::Result result = client.Post("/upload", std::string(size, ' '), "text/xml");
+        ASSERT_TRUE(result) << httplib::to_string(result.error());
+        EXPECT_EQ(result->status, status);
+    }
 }
 
 TEST(SandboxServer, ReportsAPortThatIsTakenAndABrokenSchema) {
