@@ -1,16 +1,14 @@
-// An error as one line for people.
+// An error for people.
 #pragma once
 
 #include "quill1xml/error.hpp"
-#include "quill1xml/text.hpp"
 
 #include <string>
 
 namespace quill1xml::cli {
 
-/// "error 5 (Login): Server: Wrong password." in UTF-8.
-inline std::string errorText(const Error& error) {
-    return "error " + std::to_string(error.number()) + " (" + toUtf8(error.source()) + "): " + error.what();
-}
+/// "error 5 (Login): Server: Wrong password." in UTF-8. Shortened is what the server says, and what is longer than any
+/// message of ours; further lines of a message are indented, so that nothing in it looks like a message of its own.
+std::string errorText(const Error& error);
 
 }  // namespace quill1xml::cli

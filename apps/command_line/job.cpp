@@ -2,6 +2,7 @@
 
 #include "automation/catalogue.hpp"
 #include "command_line/error_text.hpp"
+#include "command_line/harmless_text.hpp"
 #include "command_line/json_arguments.hpp"
 #include "command_line/json_values.hpp"
 #include "command_line/nearest.hpp"
@@ -32,14 +33,14 @@ json parseLine(const std::string& line) {
         if (event == json::parse_event_t::object_start) names.emplace_back();
         if (event == json::parse_event_t::object_end) names.pop_back();
         if (event == json::parse_event_t::key && !names.back().insert(parsed.get<std::string>()).second) {
-            throw badLine("\"" + parsed.get<std::string>() + "\" stands twice in one object");
+            throw badLine("\"" + excerpt(parsed.get<std::string>()) + "\" stands twice in one object");
         }
         return true;
     };
     try {
         return json::parse(line, watch);
     } catch (const json::exception& error) {
-        throw badLine(std::string("not JSON: ") + error.what());
+        throw badLine("not JSON: " + excerpt(error.what()));
     }
 }
 
@@ -54,8 +55,7 @@ const Member& methodNamed(const std::string& name) {
     if (found != members.end()) return *found;
     std::vector<std::string_view> known;
     for (const Member& member : members) known.push_back(member.name);
-    throw runtimeError(RuntimeError::unknownMember,
-                       toUtf16(name + " (did you mean " + std::string(nearestName(name, known)) + "?)"));
+    throw runtimeError(RuntimeError::unknownMember, toUtf16(unknownName(name, known)));
 }
 
 /// What is being done, for the message of an error.
@@ -113,7 +113,7 @@ private:
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
-            streams_.err << "warning: Send will delete " << toUtf8(name)
+            streams_.err << "warning: Send will delete " << excerpt(name)
                          << " unsent: its number follows a gap, or Send does not know its kind (use SendTempFile)"
                          << std::endl;
         }
@@ -122,7 +122,7 @@ private:
     void report(const Place& place, const Error& error) {
         progress_.finish();
         streams_.err << "line " << place.line << ": ";
-        if (!place.method.empty()) streams_.err << place.method << ": ";
+        if (!place.method.empty()) streams_.err << excerpt(place.method) << ": ";
         streams_.err << errorText(error) << std::endl;
     }
 

@@ -75,12 +75,8 @@ void set(automation::Arguments& arguments, std::size_t index, const Parameter& p
 [[noreturn]] void unknownParameter(const Member& member, const std::string& name) {
     std::vector<std::string_view> known;
     for (const Parameter& parameter : member.parameters) known.push_back(parameter.name);
-    std::string detail = name;
-    if (known.empty()) {
-        detail.append(" (").append(member.name).append(" takes no arguments)");
-    } else {
-        detail.append(" (did you mean ").append(nearestName(name, known)).append("?)");
-    }
+    std::string detail = unknownName(name, known);
+    if (known.empty()) detail.append(" (").append(member.name).append(" takes no arguments)");
     throw runtimeError(RuntimeError::namedArgumentNotFound, toUtf16(detail));
 }
 

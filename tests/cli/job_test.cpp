@@ -11,6 +11,7 @@
 namespace quill1xml::cli {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using testing::utf8;
@@ -95,6 +96,9 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
          "AddTx: error 438 (Quill1XML): Object doesn't support this property or method: AddTx (did "
          "you mean AddTax?)"},
         {R"({"addtax":{"strTaxCode":"A"}})", "(did you mean AddTax?)"},
+        {R"({"AddUserDefinedField":{}})", "AddUserDefinedField (did you mean AddUDF?)"},
+        {R"({"AddUserDefinedFieldValueOfOrder":{}})", "(did you mean AddOrderUDFValue?)"},
+        {R"({"A\u001b\nB":{}})", "A\\u001b\\u000aB: error 438 (Quill1XML): "},
         {R"({"AddTax":{"strTaxCod":"A"}})",
          "AddTax: error 448 (Quill1XML): Named argument not found: strTaxCod (did "
          "you mean strTaxCode?)"},
@@ -131,6 +135,8 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
         {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "not JSON"},
     };
     for (const auto& c : cases) EXPECT_THAT(mistake(c.line), HasSubstr(c.expected)) << c.line;
+    const std::string words(200, 'w');
+    EXPECT_THAT(mistake("{\"" + words + "x\":{}}"), EndsWith(": " + words + "…\n"));
     EXPECT_TRUE(fake_.files->texts.empty());
 }
 
