@@ -12,6 +12,8 @@
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <ios>
+#include <new>
 #include <set>
 #include <string>
 #include <utility>
@@ -74,19 +76,28 @@ public:
     int play() {
         Place place;
         try {
-            for (std::string line; std::getline(streams_.in, line);) {
-                ++place.line;
-                place.method.clear();
+            // A read that fails would otherwise look like the end of the job.
+            streams_.in.exceptions(std::ios::badbit);
+            for (std::string line; nextLine(line, place);) {
                 if (line.find_first_not_of(" \t\r") != std::string::npos) playLine(line, place);
             }
             return 0;
         } catch (const Error& error) {
             report(place, error);
-            return 1;
+        } catch (const std::ios::failure&) {
+            report(place, runtimeError(RuntimeError::deviceIo, u"the job cannot be read on"));
+        } catch (const std::bad_alloc&) {
+            report(place, runtimeError(RuntimeError::outOfMemory));
         }
+        return 1;
     }
 
 private:
+    bool nextLine(std::string& line, Place& place) {
+        place = {place.line + 1, {}};
+        return !std::getline(streams_.in, line).fail();
+    }
+
     void playLine(const std::string& line, Place& place) {
         const json call = parseLine(line);
         if (!call.is_object() || call.size() != 1) {

@@ -6,7 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <ios>
 #include <sstream>
+#include <streambuf>
 
 namespace quill1xml::cli {
 namespace {
@@ -138,6 +140,30 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
     const std::string words(200, 'w');
     EXPECT_THAT(mistake("{\"" + words + "x\":{}}"), EndsWith(": " + words + "…\n"));
     EXPECT_TRUE(fake_.files->texts.empty());
+}
+
+/// Breaks off with a failure, as a file on a medium that is gone.
+class BrokenSource : public std::streambuf {
+public:
+    explicit BrokenSource(std::string text) : text_(std::move(text)) {
+        setg(text_.data(), text_.data(), text_.data() + text_.size());
+    }
+
+private:
+    int_type underflow() override { throw std::ios::failure("gone"); }
+
+    std::string text_;
+};
+
+TEST_F(JobTest, EndsWhereTheJobCannotBeReadOn) {
+    BrokenSource source(R"({"SetTempFilePath":{"strTempFilePath":"T"}})"
+                        "\n{\"AddTax\":{\"strTaxCode\":\"A\"}}");
+    std::istream in(&source);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(playJob(fake_.environment(), {in, out, err, false}), 1);
+    EXPECT_THAT(err.str(), StartsWith("line 2: error 57 (Quill1XML): "));
+    EXPECT_TRUE(fake_.files->texts.empty()) << "half a line was played";
 }
 
 const std::string job = R"({"SetTempFilePath":{"strTempFilePath":"T"}}
