@@ -70,7 +70,10 @@ class Job {
 public:
     Job(const platform::Environment& environment, const Streams& streams)
         : store_(environment), streams_(streams), progress_(streams.err, streams.terminal) {
-        store_.onPacketUploaded([this](Text name, Long number) { progress_.packet(name, number); });
+        store_.onPacketUploaded([this](Text name, Long number) {
+            sent_.emplace(name);
+            progress_.packet(name, number);
+        });
     }
 
     int play() {
@@ -109,6 +112,8 @@ private:
 
         automation::Arguments arguments(member);
         fillArguments(arguments, member, *call.begin());
+        // What is added may go to a packet file that was sent.
+        if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
         prepareSending(member, *call.begin());
         const automation::Value result = member.invoke(&store_, arguments.data());
         progress_.finish();
@@ -124,6 +129,7 @@ private:
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
+            if (sent_.contains(name)) continue;
             streams_.err << "warning: Send will delete " << excerpt(name)
                          << " unsent: its number follows a gap, or Send does not know its kind (use SendTempFile)"
                          << std::endl;
@@ -140,6 +146,7 @@ private:
     Store store_;
     const Streams& streams_;
     Progress progress_;
+    std::set<std::u16string> sent_;  ///< packet files, since the last record
 };
 
 }  // namespace

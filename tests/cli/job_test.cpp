@@ -193,24 +193,35 @@ TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
     const struct {
         const char* send;
         bool warns;
+        bool warnsOfOther;
     } cases[] = {
-        {R"({"Send":{"strDestinationURL":"http://shop"}})", true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true},
-        {R"({"Send":{"strSource":"none"}})", false},
-        {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false},
+        {R"({"Send":{"strDestinationURL":"http://shop"}})", true, true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true, true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true, true},
+        {R"({"Send":{"strSource":"none"}})", false, false},
+        {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false, false},
+        {R"({"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"Send":{"strDestinationURL":"http://shop"}})",
+         true, false},
+        {R"({"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"AddTax":{"strTaxCode":"A"}}
+{"Send":{"strDestinationURL":"http://shop"}})",
+         true, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.send);
-        accept(1);
-        fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}, {u"T\\WebStoreTax3.tmp", u"<Tax/>"}};
+        accept(2);
+        fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Store>"},
+                              {u"T\\WebStoreTax3.tmp", u"<Store>"},
+                              {u"T\\WebStoreOther1.tmp", u"<Store>"}};
         const Played played = play(std::string(R"({"SetTempFilePath":{"strTempFilePath":"T"}})") + "\n" +
-                                   R"({"AddEnvelope":{"strUserName":"u","strPassword":"p"}})" + "\n" + c.send);
+                                   R"({"Send":{"strSource":"none","strWebStoreSchemaSource":"s"}})" + "\n" + c.send);
         const std::size_t warning = played.err.find("warning: Send will delete WebStoreTax3.tmp unsent");
         EXPECT_EQ(warning != std::string::npos, c.warns) << played.err;
         if (c.warns) {
-            EXPECT_LT(warning, played.err.find("[1/")) << "before anything is sent";
+            EXPECT_LT(warning, played.err.find("] WebStoreTax1")) << "before anything is sent";
         }
+        EXPECT_EQ(played.err.find("delete WebStoreOther1.tmp") != std::string::npos, c.warnsOfOther) << played.err;
         fake_.http->replies.clear();
     }
 }
