@@ -1,5 +1,5 @@
 // Lines of a job as the command line plays them, against a server that accepts everything.
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 #include "fuzz.hpp"
 
 #include <sstream>

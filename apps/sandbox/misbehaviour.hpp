@@ -27,7 +27,7 @@ struct Misbehaviour {
     enum class Action {
         proceed,  ///< the request is served as ever
         answer,   ///< the reply below goes out, and nothing is done
-        close,    ///< the connection closes without an answer
+        close,    ///< the connection closes before the body of an answer
         hang,     ///< no answer comes until the server stops
     };
 

@@ -21,7 +21,7 @@ constexpr MisbehaviourOption misbehaviourOptions[] = {
     {"refuse", "N[:NUMBER]", "Refuse the N-th upload with that error number"},
     {"rubbish", "N", "Answer the N-th upload with something that is no XML"},
     {"http-error", "N[:STATUS]", "Answer the N-th upload with that HTTP status"},
-    {"close", "N", "Close the connection of the N-th upload without an answer"},
+    {"close", "N", "Close the connection of the N-th upload before the body of its answer"},
     {"hang", "N", "Never answer the N-th upload"},
 };
 

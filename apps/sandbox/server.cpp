@@ -6,7 +6,10 @@
 #include "receipt.hpp"
 #include "seed.hpp"
 
+#include <sys/socket.h>
+
 #include <algorithm>
+#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,6 +21,11 @@ constexpr const char* host = "127.0.0.1";
 constexpr const char* xmlType = "text/xml; charset=utf-8";
 constexpr const char* jsonType = "application/json";
 constexpr std::size_t longestBody = 64u << 20;
+constexpr int tooLarge = 413;
+/// Idle connections hold a worker each, until they are closed; stopping waits for them, too.
+constexpr std::size_t workers = 64;
+constexpr std::time_t idleSeconds = 1;
+constexpr std::size_t mostRequestsPerConnection = 1'000'000;
 
 void answerJson(httplib::Response& response, const Json& json, int status = 200) {
     response.status = status;
@@ -29,14 +37,31 @@ void answerError(httplib::Response& response, int status, const std::string& mes
     answerJson(response, {{"error", message}}, status);
 }
 
-/// Nothing when the body is too large; the status is set then. Reading it here bypasses the HTTP library's own reading
-/// of form bodies, which stops at 8 KB: clients post store documents under the content type of forms.
-std::optional<std::string> readBody(const httplib::ContentReader& reader) {
+/// Closes the connection with the answer: what is left of the request would be taken for another.
+void closeAfter(httplib::Response& response) {
+    const std::string text = std::move(response.body);
+    response.body.clear();
+    response.headers.erase("Content-Type");
+    response.set_content_provider(text.size(), jsonType,
+                                  [text](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
+                                      sink.write(text.data() + offset, length);
+                                      return false;
+                                  });
+}
+
+/// Nothing when the body is too large or breaks off; the status is set then. Reading it here bypasses the HTTP
+/// library's own reading of form bodies, which stops at 8 KB: clients post store documents under the content type of
+/// forms.
+std::optional<std::string> readBody(const httplib::ContentReader& reader, httplib::Response& response) {
     std::string body;
-    const bool complete = reader([&body](const char* data, std::size_t size) {
-        body.append(data, size);
-        return true;
+    bool fits = true;
+    const bool complete = reader([&](const char* data, std::size_t size) {
+        // Compressed or in chunks it may be longer than the library could know.
+        fits = size <= longestBody - body.size();
+        if (fits) body.append(data, size);
+        return fits;
     });
+    if (!fits) response.status = tooLarge;
     return complete ? std::optional(std::move(body)) : std::nullopt;
 }
 
@@ -50,12 +75,36 @@ void allowParameters(const httplib::Request& request, std::initializer_list<std:
             throw std::invalid_argument("Unknown parameter \"" + name + '"');
 }
 
+std::string reasonOf(const std::exception& failure) {
+    const bool ofDatabase = dynamic_cast<const SQLite::Exception*>(&failure) != nullptr;
+    return (ofDatabase ? "Database: " : "") + std::string(failure.what());
+}
+
 std::string statusText(const httplib::Request& request, int status) {
     switch (status) {
         case 404: return "There is nothing at " + request.method + ' ' + request.path;
-        case 413: return "The body is too large";
+        case tooLarge: return "The body is too large";
         default: return "The request was not understood";
     }
+}
+
+void answerStatus(const httplib::Request& request, httplib::Response& response) {
+    if (!response.body.empty()) return;
+    answerError(response, response.status, statusText(request, response.status));
+    if (response.status == tooLarge) closeAfter(response);
+}
+
+/// Answers go out at once, connections are kept, and the port is the server's own.
+void setUpConnections(httplib::Server& server) {
+    server.set_tcp_nodelay(true);
+    server.new_task_queue = [] { return new httplib::ThreadPool(workers); };
+    server.set_keep_alive_timeout(idleSeconds);
+    server.set_keep_alive_max_count(mostRequestsPerConnection);
+    // The library's own choice, SO_REUSEPORT, would share the port with another server.
+    server.set_socket_options([](socket_t socket) {
+        const int on = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    });
 }
 
 void answerException(const httplib::Request&, httplib::Response& response, std::exception_ptr failure) {
@@ -64,7 +113,7 @@ void answerException(const httplib::Request&, httplib::Response& response, std::
     } catch (const std::invalid_argument& error) {
         answerError(response, 400, error.what());
     } catch (const std::exception& error) {
-        answerError(response, 500, error.what());
+        answerError(response, 500, reasonOf(error));
     }
 }
 
@@ -80,11 +129,10 @@ Server::Server(Format format, const Settings& settings)
     if (settings.seed) seed();
     for (const PlannedMisbehaviour& planned : settings.misbehaviours) plan_.add(planned);
 
+    setUpConnections(http_);
     http_.set_payload_max_length(longestBody);
     http_.set_exception_handler(answerException);
-    http_.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
-        if (response.body.empty()) answerError(response, response.status, statusText(request, response.status));
-    });
+    http_.set_error_handler(answerStatus);
     addUploads();
     addDownloads();
     addImages();
@@ -118,7 +166,8 @@ void Server::misbehave(const Misbehaviour& misbehaviour, httplib::Response& resp
         response.status = misbehaviour.reply.status;
         response.set_content(misbehaviour.reply.body, misbehaviour.reply.contentType);
     } else if (misbehaviour.action != Action::proceed) {
-        // A provider that fails is how a connection closes without an answer.
+        // A provider that fails is how a connection closes: the head of the answer is out by then, its body never
+        // comes.
         response.set_content_provider(1, xmlType, [](std::size_t, std::size_t, httplib::DataSink&) { return false; });
     }
 }
@@ -130,12 +179,12 @@ void Server::addExchange(const std::string& path, Exchange exchange) {
         } catch (const Refusal& refusal) {
             return refusal.receipt();
         } catch (const std::exception& error) {
-            return Refusal(RefusalNumber::internal, "Store", error.what()).receipt();
+            return Refusal(RefusalNumber::internal, "Store", reasonOf(error)).receipt();
         }
     };
     http_.Post(path, [this, path, answer](const httplib::Request&, httplib::Response& response,
                                           const httplib::ContentReader& reader) {
-        const std::optional<std::string> body = readBody(reader);
+        const std::optional<std::string> body = readBody(reader, response);
         if (!body) return;
         const Misbehaviour misbehaviour = plan_.next(path);
         misbehave(misbehaviour, response);
@@ -146,7 +195,7 @@ void Server::addExchange(const std::string& path, Exchange exchange) {
 void Server::addCommand(const std::string& path, Command command) {
     http_.Post(path, [command = std::move(command)](const httplib::Request&, httplib::Response& response,
                                                     const httplib::ContentReader& reader) {
-        if (const std::optional<std::string> body = readBody(reader)) answerJson(response, command(*body));
+        if (const std::optional<std::string> body = readBody(reader, response)) answerJson(response, command(*body));
     });
 }
 

@@ -2,10 +2,11 @@
 #pragma once
 
 #include "document.hpp"
-#include "http_server.hpp"
 #include "misbehaviour.hpp"
 #include "storage.hpp"
 #include "xml.hpp"
+
+#include <httplib.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -40,7 +41,7 @@ public:
     /// Throws std::runtime_error when the port is taken, the database does not open or the schema is broken.
     Server(Format format, const Settings& settings);
 
-    /// Ends what hangs or waits and closes all connections.
+    /// Ends what hangs and closes all connections, idle ones within a second.
     ~Server();
 
     Server(const Server&) = delete;
@@ -86,7 +87,7 @@ private:
     std::condition_variable stopped_;
     bool stopping_ = false;
 
-    HttpServer http_;
+    httplib::Server http_;
     int port_ = 0;
     std::thread thread_;
 };

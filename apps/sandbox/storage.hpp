@@ -6,9 +6,10 @@
 //     images   one row per image: folder, name, whether a thumbnail was asked for, bytes
 #pragma once
 
-#include "database.hpp"
 #include "document.hpp"
 #include "image.hpp"
+
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <cstdint>
 #include <mutex>
@@ -17,10 +18,11 @@
 
 namespace quill1xml::sandbox {
 
-/// May be used from several threads. Failures are std::runtime_error and leave everything as it was.
+/// May be used from several threads. Failures are SQLite::Exception and leave everything as it was.
 class Storage {
 public:
-    /// Opens or creates the file; ":memory:" keeps nothing beyond the object.
+    /// Opens or creates the file; ":memory:" keeps nothing beyond the object. Throws std::runtime_error that names the
+    /// file when it is no database, has other tables or comes from a newer version.
     explicit Storage(const std::string& file);
 
     /// Keeps a document whole and returns its import number: 1 for the first, then without gaps.
@@ -54,7 +56,7 @@ private:
     void insert(const StoreDocument& document, std::optional<std::int64_t> importNumber);
 
     std::mutex mutex_;
-    Database database_;
+    SQLite::Database database_;
 };
 
 }  // namespace quill1xml::sandbox

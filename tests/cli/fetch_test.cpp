@@ -1,8 +1,8 @@
 // Fetching for people: tables, JSON, XML, and what is said of a failure.
-#include "quill1xml/fetch.hpp"
+#include "command_line/fetch.hpp"
 
-#include "quill1xml/display_width.hpp"
-#include "quill1xml/job.hpp"
+#include "command_line/display_width.hpp"
+#include "command_line/job.hpp"
 #include "support/fake_environment.hpp"
 #include "support/temp_folder.hpp"
 
@@ -65,9 +65,9 @@ TEST_F(FetchTest, ShowsATableOfEachKind) {
 3 orders
 )");
     EXPECT_EQ(table("customers", R"(
-<DebtorStaff EMailAddress="x@y" Name="Bloom &amp;amp; Co&#10;&#x9B;2J" City="Κως" CountryCode="GRC" DebtorID="D1"/>)"),
-              R"(E-mail  Name            City  Country  Debtor
-x@y     Bloom & Co  2J  Κως   GRC      D1
+<DebtorStaff EMailAddress="x@y" Name="Bloom &amp;amp; Co&#10;&#x9B;2J" City="Κ&#x202E;ως" CountryCode="GRC" DebtorID="D1"/>)"),
+              R"(E-mail  Name            City       Country  Debtor
+x@y     Bloom & Co  2J  Κ\u202eως  GRC      D1
 
 1 customer
 )");
@@ -135,6 +135,9 @@ TEST(DisplayWidth, CountsColumnsAndCutsBetweenCharacters) {
         {u"𠀀", 2, u"𠀀"},
         {u"❤\uFE0F", 1, u"❤\uFE0F"},
         {u"\xD83C", 1, u"\xD83C"},
+        {u"ที่นี่", 2, u"ที่นี่"},
+        {u"हिन्दी", 3, u"हिन्दी"},
+        {u"भुगतान विधि", 7, u"भुगता…"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(displayWidth(c.text), c.width) << testing::utf8(c.text);
@@ -194,6 +197,10 @@ TEST_F(FetchTest, AsksAsTheKindIsAskedForAndArchives) {
 }
 
 TEST_F(FetchTest, NamesWhatFailed) {
+    const std::string words(192, 'w');
+    const std::string longRefusal =
+        R"(<Receipt><Error Number="5" Source="A" Description=")" + words + R"(xy"/></Receipt>)";
+    const std::string longMessage = "fetch: error 5 (A): Server: " + words + "…\n";
     const struct {
         const char* kind;
         const char* reply;
@@ -202,6 +209,9 @@ TEST_F(FetchTest, NamesWhatFailed) {
     } cases[] = {
         {"orders", R"(<Receipt><Error Number="5" Source="Login" Description="Bad password"/></Receipt>)", Format::table,
          "fetch: error 5 (Login): Server: Bad password\n"},
+        {"orders", R"(<Receipt><Error Number="5" Source="A&#x9B;" Description="B&#10;line 9: &#x2066;"/></Receipt>)",
+         Format::table, "fetch: error 5 (A\\u009b): Server: B\\u000aline 9: \\u2066\n"},
+        {"orders", longRefusal.c_str(), Format::table, longMessage.c_str()},
         {"orders", "no XML", Format::xml,
          "fetch: error -2147221504 (Quill1XML.Store.ReceiveOrders()): Store Order XML failed to load.\n"},
         {"orders", R"(<Store><Order OrderNumber="1"/><Order/></Store>)", Format::json,
@@ -210,9 +220,10 @@ TEST_F(FetchTest, NamesWhatFailed) {
         {"quotations", R"(<Store><Quote QuoteNumber="1" QuoteDate="soon"/></Store>)", Format::table,
          "fetch: error 13 (Quill1XML): Quotation 1 of 1, QuoteDate: Type mismatch"},
         {"orders",
-         R"(<Store><Order OrderNumber="1"><OrderLineItem LineNumber="1"/><OrderLineItem LineNumber="2" Price="free"/></Order></Store>)",
+         R"(<Store><Order OrderNumber="1"><OrderLineItem LineNumber="1"/><OrderLineItem LineNumber="2" Price="&#13;&#10;line 9:&#10;"/></Order></Store>)",
          Format::json,
-         "fetch: error 13 (Quill1XML): Order 1 of 1, OrderLineItem 2 of 2, Price: Type mismatch: \"free\""},
+         "fetch: error 13 (Quill1XML): Order 1 of 1, OrderLineItem 2 of 2, Price: Type mismatch: \"\r\n    line "
+         "9:\\u000a\""},
         {"offline-products", R"(<Store><Order><OrderLineItem Quantity="few"/></Order></Store>)", Format::table,
          "fetch: error 13 (Quill1XML): Order 1 of 1, OrderLineItem 1 of 1, Quantity: Type mismatch: \"few\""},
     };

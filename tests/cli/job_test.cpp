@@ -1,16 +1,19 @@
 // Jobs of JSON lines: what they print, and what they say of the first mistake.
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 
 #include "quill1xml/schema.hpp"
 #include "support/scripted_xml.hpp"
 
 #include <gmock/gmock.h>
 
+#include <ios>
 #include <sstream>
+#include <streambuf>
 
 namespace quill1xml::cli {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using testing::utf8;
@@ -95,6 +98,9 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
          "AddTx: error 438 (Quill1XML): Object doesn't support this property or method: AddTx (did "
          "you mean AddTax?)"},
         {R"({"addtax":{"strTaxCode":"A"}})", "(did you mean AddTax?)"},
+        {R"({"AddUserDefinedField":{}})", "AddUserDefinedField (did you mean AddUDF?)"},
+        {R"({"AddUserDefinedFieldValueOfOrder":{}})", "(did you mean AddOrderUDFValue?)"},
+        {R"({"A\u001b\nB":{}})", "A\\u001b\\u000aB: error 438 (Quill1XML): "},
         {R"({"AddTax":{"strTaxCod":"A"}})",
          "AddTax: error 448 (Quill1XML): Named argument not found: strTaxCod (did "
          "you mean strTaxCode?)"},
@@ -131,7 +137,33 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
         {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "not JSON"},
     };
     for (const auto& c : cases) EXPECT_THAT(mistake(c.line), HasSubstr(c.expected)) << c.line;
+    const std::string words(200, 'w');
+    EXPECT_THAT(mistake("{\"" + words + "x\":{}}"), EndsWith(": " + words + "…\n"));
     EXPECT_TRUE(fake_.files->texts.empty());
+}
+
+/// Breaks off with a failure, as a file on a medium that is gone.
+class BrokenSource : public std::streambuf {
+public:
+    explicit BrokenSource(std::string text) : text_(std::move(text)) {
+        setg(text_.data(), text_.data(), text_.data() + text_.size());
+    }
+
+private:
+    int_type underflow() override { throw std::ios::failure("gone"); }
+
+    std::string text_;
+};
+
+TEST_F(JobTest, EndsWhereTheJobCannotBeReadOn) {
+    BrokenSource source(R"({"SetTempFilePath":{"strTempFilePath":"T"}})"
+                        "\n{\"AddTax\":{\"strTaxCode\":\"A\"}}");
+    std::istream in(&source);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(playJob(fake_.environment(), {in, out, err, false}), 1);
+    EXPECT_THAT(err.str(), StartsWith("line 2: error 57 (Quill1XML): "));
+    EXPECT_TRUE(fake_.files->texts.empty()) << "half a line was played";
 }
 
 const std::string job = R"({"SetTempFilePath":{"strTempFilePath":"T"}}
@@ -161,24 +193,35 @@ TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
     const struct {
         const char* send;
         bool warns;
+        bool warnsOfOther;
     } cases[] = {
-        {R"({"Send":{"strDestinationURL":"http://shop"}})", true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true},
-        {R"({"Send":{"strSource":"none"}})", false},
-        {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false},
+        {R"({"Send":{"strDestinationURL":"http://shop"}})", true, true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true, true},
+        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true, true},
+        {R"({"Send":{"strSource":"none"}})", false, false},
+        {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false, false},
+        {R"({"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"Send":{"strDestinationURL":"http://shop"}})",
+         true, false},
+        {R"({"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"AddTax":{"strTaxCode":"A"}}
+{"Send":{"strDestinationURL":"http://shop"}})",
+         true, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.send);
-        accept(1);
-        fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}, {u"T\\WebStoreTax3.tmp", u"<Tax/>"}};
+        accept(2);
+        fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Store>"},
+                              {u"T\\WebStoreTax3.tmp", u"<Store>"},
+                              {u"T\\WebStoreOther1.tmp", u"<Store>"}};
         const Played played = play(std::string(R"({"SetTempFilePath":{"strTempFilePath":"T"}})") + "\n" +
-                                   R"({"AddEnvelope":{"strUserName":"u","strPassword":"p"}})" + "\n" + c.send);
+                                   R"({"Send":{"strSource":"none","strWebStoreSchemaSource":"s"}})" + "\n" + c.send);
         const std::size_t warning = played.err.find("warning: Send will delete WebStoreTax3.tmp unsent");
         EXPECT_EQ(warning != std::string::npos, c.warns) << played.err;
         if (c.warns) {
-            EXPECT_LT(warning, played.err.find("[1/")) << "before anything is sent";
+            EXPECT_LT(warning, played.err.find("] WebStoreTax1")) << "before anything is sent";
         }
+        EXPECT_EQ(played.err.find("delete WebStoreOther1.tmp") != std::string::npos, c.warnsOfOther) << played.err;
         fake_.http->replies.clear();
     }
 }

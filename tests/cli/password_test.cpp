@@ -1,5 +1,5 @@
 // Where passwords come from, and that they do not show.
-#include "quill1xml/password.hpp"
+#include "command_line/password.hpp"
 
 #include "support/temp_folder.hpp"
 
@@ -11,6 +11,7 @@
 #include <string>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
@@ -80,6 +81,13 @@ public:
         EXPECT_EQ(write(user_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
+    /// Presses Ctrl-C until the process ends: right after the prompt, before it waits for keys, one would go unheard.
+    void interrupt() const {
+        pollfd results{results_, POLLIN, 0};
+        do type("\x03");
+        while (poll(&results, 1, 100) == 0);
+    }
+
     /// What the process read or complained of, once it has ended.
     std::string result() {
         std::string all;
@@ -132,7 +140,8 @@ TEST_F(PasswordTest, IsAskedForOnTheTerminalUnseen) {
 TEST_F(PasswordTest, LeavesTheTerminalAsItWasWhenInterrupted) {
     Asking asking(true);
     asking.awaitPrompt();
-    asking.type("geh\x03");
+    asking.type("geh");
+    asking.interrupt();
     EXPECT_EQ(asking.result(), "");
     EXPECT_TRUE(WIFSIGNALED(asking.status()));
     EXPECT_EQ(WTERMSIG(asking.status()), SIGINT);

@@ -1,5 +1,5 @@
 // Sending images: what goes out, and what is said of it.
-#include "quill1xml/send_images.hpp"
+#include "command_line/send_images.hpp"
 
 #include "support/fake_environment.hpp"
 

@@ -4,7 +4,7 @@
 // begins with the file's name. A refusal follows its call: "! number | source | description". "{x*50}" stands for 50
 // times "x", "<order Name='value'/>" for a whole list of AddOrder, "<quotation .../>" for one of AddQuotation; a line
 // that begins with "#" is a comment.
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 #include "records/elements.hpp"
 #include "records/schema_checks.hpp"
 #include "support/fake_environment.hpp"

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <future>
+#include <memory>
 #include <stdexcept>
 
 namespace quill1xml::sandbox {
@@ -170,11 +171,25 @@ TEST(SandboxServer, KeepsItsDatabaseBetweenRuns) {
     }
 }
 
+TEST(SandboxServer, RefusesDatabasesThatAreNotItsOwn) {
+    for (const char* sql : {"CREATE TABLE records (id INTEGER, kind TEXT)", "CREATE TABLE other (id INTEGER)",
+                            "PRAGMA user_version = 2"}) {
+        const TemporaryFile file("foreign.sqlite");
+        SQLite::Database(file.path(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec(sql);
+        try {
+            const Server server(testFormat(), {.database = file.path()});
+            ADD_FAILURE() << "takes " << sql;
+        } catch (const std::runtime_error& error) {
+            EXPECT_TRUE(std::string_view(error.what()).starts_with("Database " + file.path() + ": ")) << error.what();
+        }
+    }
+}
+
 TEST(SandboxServer, KeepsNothingOfADocumentThatFailsHalfway) {
     const TemporaryFile file("failing.sqlite");
     Server server(testFormat(), {.database = file.path()});
-    Database(file.path())
-        .execute(
+    SQLite::Database(file.path(), SQLite::OPEN_READWRITE)
+        .exec(
             "CREATE TRIGGER full BEFORE INSERT ON records WHEN new.key = 'B|' BEGIN SELECT RAISE(ABORT, 'disk full'); "
             "END");
     play(server, {{"POST /upload", store("<Tax TaxCode='A'/><Tax TaxCode='B'/>"), 200,
@@ -200,6 +215,30 @@ TEST(SandboxServer, ClosesAndHangsWithoutAnAnswer) {
     server.reset();
     EXPECT_FALSE(hung.get());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST(SandboxServer, ServesAndStopsBesideIdleConnections) {
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<std::unique_ptr<httplib::Client>> idle;
+    auto server = std::make_unique<Server>(testFormat(), Settings());
+    for (int i = 0; i < 40; ++i) {
+        idle.push_back(std::make_unique<httplib::Client>("127.0.0.1", server->port()));
+        idle.back()->set_keep_alive(true);
+        EXPECT_TRUE(idle.back()->Get("/kinds"));
+    }
+    server.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST(SandboxServer, RefusesBodiesThatExpandBeyondItsLimit) {
+    Server server(testFormat(), {});
+    httplib::Client client("127.0.0.1", server.port());
+    client.set_compress(true);
+    for (const auto& [size, status] : {std::pair(std::size_t{1} << 20, 200), std::pair(std::size_t{65} << 20, 413)}) {
+        const httplib::Result result = client.Post("/upload", std::string(size, ' '), "text/xml");
+        ASSERT_TRUE(result) << httplib::to_string(result.error());
+        EXPECT_EQ(result->status, status);
+    }
 }
 
 TEST(SandboxServer, ReportsAPortThatIsTakenAndABrokenSchema) {

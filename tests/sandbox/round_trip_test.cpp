@@ -1,6 +1,6 @@
 // What is published comes back: logins and orders with awkward texts, sent to the sandbox and fetched again.
 #include "automation/entity_classes.hpp"
-#include "quill1xml/json_values.hpp"
+#include "command_line/json_values.hpp"
 #include "quill1xml/schema.hpp"
 #include "quill1xml/store.hpp"
 #include "sandbox/server.hpp"

@@ -1,6 +1,6 @@
-#include "quill1xml/json_values.hpp"
+#include "command_line/json_values.hpp"
 
-#include "quill1xml/objects.hpp"
+#include "command_line/objects.hpp"
 #include "quill1xml/text.hpp"
 #include "text/base64.hpp"
 #include "text/date.hpp"

@@ -30,7 +30,8 @@ struct RecordTable {
 };
 
 /// The table and, on its last line, the count; no more than that without rows. Values that are absent show as nothing,
-/// control characters in texts as blanks. The width is that of layOut. Throws as forEachObject.
+/// control characters in texts as blanks, those that turn the direction of writing as "\u202e" and
+/// the like. The width is that of layOut. Throws as forEachObject.
 std::string recordTable(const automation::Collection& records, const RecordTable& declaration, std::size_t width);
 
 }  // namespace quill1xml::cli

@@ -1,8 +1,9 @@
-#include "quill1xml/record_table.hpp"
+#include "command_line/record_table.hpp"
 
-#include "quill1xml/objects.hpp"
+#include "command_line/harmless_text.hpp"
+#include "command_line/objects.hpp"
+#include "command_line/text_table.hpp"
 #include "quill1xml/text.hpp"
-#include "quill1xml/text_table.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
 
@@ -30,16 +31,16 @@ std::u16string amountText(double amount) {
     return toUtf16({digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
 
-/// The control characters of a shopper's text would move the cursor or worse.
-std::u16string harmless(std::u16string text) {
+/// The control characters of a shopper's text show as blanks.
+std::u16string cellText(std::u16string text) {
     for (char16_t& c : text) {
         if (c < u' ' || (c >= u'\u007F' && c < u'\u00A0')) c = u' ';
     }
-    return text;
+    return harmless(text);
 }
 
 struct Shown {
-    std::u16string operator()(const std::u16string& text) const { return harmless(text); }
+    std::u16string operator()(const std::u16string& text) const { return cellText(text); }
     std::u16string operator()(Long number) const {
         std::u16string text;
         if (number != absent) appendInteger(text, number);

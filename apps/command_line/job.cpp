@@ -1,16 +1,19 @@
-#include "quill1xml/job.hpp"
+#include "command_line/job.hpp"
 
 #include "automation/classes.hpp"
+#include "command_line/error_text.hpp"
+#include "command_line/harmless_text.hpp"
+#include "command_line/json_arguments.hpp"
+#include "command_line/json_values.hpp"
+#include "command_line/nearest.hpp"
+#include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/error_text.hpp"
-#include "quill1xml/json_arguments.hpp"
-#include "quill1xml/json_values.hpp"
-#include "quill1xml/nearest.hpp"
-#include "quill1xml/progress.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <ios>
+#include <new>
 #include <set>
 #include <string>
 #include <utility>
@@ -32,14 +35,14 @@ json parseLine(const std::string& line) {
         if (event == json::parse_event_t::object_start) names.emplace_back();
         if (event == json::parse_event_t::object_end) names.pop_back();
         if (event == json::parse_event_t::key && !names.back().insert(parsed.get<std::string>()).second) {
-            throw badLine("\"" + parsed.get<std::string>() + "\" stands twice in one object");
+            throw badLine("\"" + excerpt(parsed.get<std::string>()) + "\" stands twice in one object");
         }
         return true;
     };
     try {
         return json::parse(line, watch);
     } catch (const json::exception& error) {
-        throw badLine(std::string("not JSON: ") + error.what());
+        throw badLine("not JSON: " + excerpt(error.what()));
     }
 }
 
@@ -54,8 +57,7 @@ const Member& methodNamed(const std::string& name) {
     if (found != members.end()) return *found;
     std::vector<std::string_view> known;
     for (const Member& member : members) known.push_back(member.name);
-    throw runtimeError(RuntimeError::unknownMember,
-                       toUtf16(name + " (did you mean " + std::string(nearestName(name, known)) + "?)"));
+    throw runtimeError(RuntimeError::unknownMember, toUtf16(unknownName(name, known)));
 }
 
 /// What is being done, for the message of an error.
@@ -68,25 +70,37 @@ class Job {
 public:
     Job(const ports::Environment& environment, const Streams& streams)
         : store_(environment), streams_(streams), progress_(streams.err, streams.terminal) {
-        store_.onPacketUploaded([this](Text name, Long number) { progress_.packet(name, number); });
+        store_.onPacketUploaded([this](Text name, Long number) {
+            sent_.emplace(name);
+            progress_.packet(name, number);
+        });
     }
 
     int play() {
         Place place;
         try {
-            for (std::string line; std::getline(streams_.in, line);) {
-                ++place.line;
-                place.method.clear();
+            // A read that fails would otherwise look like the end of the job.
+            streams_.in.exceptions(std::ios::badbit);
+            for (std::string line; nextLine(line, place);) {
                 if (line.find_first_not_of(" \t\r") != std::string::npos) playLine(line, place);
             }
             return 0;
         } catch (const Error& error) {
             report(place, error);
-            return 1;
+        } catch (const std::ios::failure&) {
+            report(place, runtimeError(RuntimeError::deviceIo, u"the job cannot be read on"));
+        } catch (const std::bad_alloc&) {
+            report(place, runtimeError(RuntimeError::outOfMemory));
         }
+        return 1;
     }
 
 private:
+    bool nextLine(std::string& line, Place& place) {
+        place = {place.line + 1, {}};
+        return !std::getline(streams_.in, line).fail();
+    }
+
     void playLine(const std::string& line, Place& place) {
         const json call = parseLine(line);
         if (!call.is_object() || call.size() != 1) {
@@ -98,6 +112,8 @@ private:
 
         automation::Arguments arguments(member);
         fillArguments(arguments, member, *call.begin());
+        // What is added may go to a packet file that was sent.
+        if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
         prepareSending(member, *call.begin());
         const automation::Value result = member.invoke(&store_, arguments.data());
         progress_.finish();
@@ -113,7 +129,8 @@ private:
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
-            streams_.err << "warning: Send will delete " << toUtf8(name)
+            if (sent_.contains(name)) continue;
+            streams_.err << "warning: Send will delete " << excerpt(name)
                          << " unsent: its number follows a gap, or Send does not know its kind (use SendTempFile)"
                          << std::endl;
         }
@@ -122,13 +139,14 @@ private:
     void report(const Place& place, const Error& error) {
         progress_.finish();
         streams_.err << "line " << place.line << ": ";
-        if (!place.method.empty()) streams_.err << place.method << ": ";
+        if (!place.method.empty()) streams_.err << excerpt(place.method) << ": ";
         streams_.err << errorText(error) << std::endl;
     }
 
     Store store_;
     const Streams& streams_;
     Progress progress_;
+    std::set<std::u16string> sent_;  ///< packet files, since the last record
 };
 
 }  // namespace

@@ -1,8 +1,8 @@
 // Fetching what shoppers did, as JSON, XML or a table.
 #pragma once
 
+#include "command_line/record_table.hpp"
 #include "quill1xml/ports.hpp"
-#include "quill1xml/record_table.hpp"
 
 #include <cstddef>
 #include <ostream>

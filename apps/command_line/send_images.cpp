@@ -1,7 +1,7 @@
-#include "quill1xml/send_images.hpp"
+#include "command_line/send_images.hpp"
 
+#include "command_line/error_text.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/error_text.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 

@@ -1,4 +1,4 @@
-#include "quill1xml/objects.hpp"
+#include "command_line/objects.hpp"
 
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"

@@ -1,6 +1,6 @@
-#include "quill1xml/text_table.hpp"
+#include "command_line/text_table.hpp"
 
-#include "quill1xml/display_width.hpp"
+#include "command_line/display_width.hpp"
 #include "quill1xml/text.hpp"
 
 #include <algorithm>

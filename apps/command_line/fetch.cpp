@@ -1,8 +1,8 @@
-#include "quill1xml/fetch.hpp"
+#include "command_line/fetch.hpp"
 
+#include "command_line/error_text.hpp"
+#include "command_line/json_values.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/error_text.hpp"
-#include "quill1xml/json_values.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 

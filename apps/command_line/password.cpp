@@ -1,6 +1,6 @@
-#include "quill1xml/password.hpp"
+#include "command_line/password.hpp"
 
-#include "quill1xml/terminal.hpp"
+#include "command_line/terminal.hpp"
 
 #include <cstdlib>
 #include <fstream>

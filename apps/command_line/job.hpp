@@ -21,7 +21,8 @@ struct Streams {
     bool terminal;      ///< err is a terminal
 };
 
-/// Plays the job to its end or to its first error. Returns the exit status: 0, or 1 after an error.
+/// Plays the job to its end or to its first error; messages that cannot be written do not end it. Returns the exit
+/// status: 0, or 1 after an error.
 int playJob(const ports::Environment& environment, const Streams& streams);
 
 }  // namespace quill1xml::cli

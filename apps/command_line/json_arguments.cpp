@@ -1,7 +1,7 @@
-#include "quill1xml/json_arguments.hpp"
+#include "command_line/json_arguments.hpp"
 
+#include "command_line/nearest.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/nearest.hpp"
 #include "quill1xml/text.hpp"
 
 #include <cmath>
@@ -77,12 +77,8 @@ void set(automation::Arguments& arguments, std::size_t index, const Parameter& p
 [[noreturn]] void unknownParameter(const Member& member, const std::string& name) {
     std::vector<std::string_view> known;
     for (const Parameter& parameter : member.parameters) known.push_back(parameter.name);
-    std::string detail = name;
-    if (known.empty()) {
-        detail.append(" (").append(member.name).append(" takes no arguments)");
-    } else {
-        detail.append(" (did you mean ").append(nearestName(name, known)).append("?)");
-    }
+    std::string detail = unknownName(name, known);
+    if (known.empty()) detail.append(" (").append(member.name).append(" takes no arguments)");
     throw runtimeError(RuntimeError::namedArgumentNotFound, toUtf16(detail));
 }
 

@@ -1,26 +1,30 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
-#include "quill1xml/fetch.hpp"
-#include "quill1xml/job.hpp"
-#include "quill1xml/password.hpp"
+#include "command_line/fetch.hpp"
+#include "command_line/job.hpp"
+#include "command_line/password.hpp"
+#include "command_line/send_images.hpp"
+#include "command_line/terminal.hpp"
 #include "quill1xml/schema.hpp"
-#include "quill1xml/send_images.hpp"
-#include "quill1xml/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <csignal>
 #include <exception>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 namespace {
 
 using namespace quill1xml;
 
+constexpr int failure = 1;
 constexpr int usageError = 2;
 
 /// What the command that was given does; returns the exit status.
@@ -38,6 +42,9 @@ void addRun(CLI::App& app, Action& action) {
                 if (!opened) throw std::runtime_error("cannot read the job file " + *file);
             }
             std::istream& in = *file == "-" ? std::cin : opened;
+            // A folder can be opened, but not read.
+            in.peek();
+            if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
             return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()});
         };
     });
@@ -186,17 +193,30 @@ int runCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return reportUsage(app, error);
     }
-    const int status = action();
-    return status == 0 && !std::cout.flush() ? 1 : status;
+    return action();
+}
+
+int tryCommandLine(int argc, char** argv) {
+    try {
+        return runCommandLine(argc, argv);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "quill1xml: out of memory\n";
+        return failure;
+    } catch (const std::exception& error) {
+        std::cerr << "quill1xml: " << error.what() << '\n';
+        return usageError;
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return runCommandLine(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "quill1xml: " << error.what() << '\n';
-        return usageError;
-    }
+    // Writing beyond a closed pipe or a limit fails where it happens: a job that nobody listens to goes on to its end.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
+    // Together with C's streams, standard input would hide that reading fails.
+    std::ios::sync_with_stdio(false);
+    const int status = tryCommandLine(argc, argv);
+    if (std::cout.flush()) return status;
+    std::cerr << "quill1xml: standard output cannot be written\n";
+    return std::max(status, failure);
 }

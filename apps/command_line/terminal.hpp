@@ -13,7 +13,7 @@ bool errorOutputIsTerminal();
 std::size_t terminalWidth();
 
 /// Asks for a line that does not show while it is typed, on the terminal wherever standard input comes from.
-/// Throws std::runtime_error when there is no terminal, or no line.
+/// Throws std::runtime_error when there is no terminal, or nothing is typed.
 std::string askUnseen(const std::string& prompt);
 
 }  // namespace quill1xml::cli

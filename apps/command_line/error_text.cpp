@@ -1,0 +1,28 @@
+#include "command_line/error_text.hpp"
+
+#include "command_line/harmless_text.hpp"
+
+namespace quill1xml::cli {
+namespace {
+
+constexpr Text lineBreak = u"\r\n";
+constexpr std::size_t longestLine = 1000;
+
+std::string linesOf(Text description) {
+    std::string lines;
+    for (std::size_t end = 0; (end = description.find(lineBreak)) != Text::npos;) {
+        lines += harmless(description.substr(0, end), longestLine) + "\r\n    ";
+        description.remove_prefix(end + lineBreak.size());
+    }
+    return lines + harmless(description, longestLine);
+}
+
+}  // namespace
+
+std::string errorText(const Error& error) {
+    const Text description = error.description();
+    return "error " + std::to_string(error.number()) + " (" + excerpt(error.source()) +
+           "): " + (description.starts_with(u"Server: ") ? excerpt(description) : linesOf(description));
+}
+
+}  // namespace quill1xml::cli

@@ -1,0 +1,14 @@
+// An error for people.
+#pragma once
+
+#include "quill1xml/error.hpp"
+
+#include <string>
+
+namespace quill1xml::cli {
+
+/// "error 5 (Login): Server: Wrong password." in UTF-8. Shortened is what the server says, and what is longer than any
+/// message of ours; further lines of a message are indented, so that nothing in it looks like a message of its own.
+std::string errorText(const Error& error);
+
+}  // namespace quill1xml::cli
