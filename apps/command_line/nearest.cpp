@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <compare>
+#include <cstddef>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace quill1xml::cli {
@@ -49,25 +50,20 @@ Words wordsOf(std::string_view name) {
 
 /// Takes from the words the one that is meant, or those that it abbreviates. Returns how many it took.
 std::size_t take(Words& words, const std::string& meant) {
-    const auto initial = [](const std::string& word) { return word.front(); };
     if (const auto found = std::ranges::find(words, meant); found != words.end()) {
         words.erase(found);
         return 1;
     }
-    const auto abbreviated = std::ranges::search(words, meant, {}, initial);
-    if (meant.size() < 2 || abbreviated.empty()) return 0;
-    words.erase(abbreviated.begin(), abbreviated.end());
+    const auto abbreviated = std::search(words.begin(), words.end(), meant.begin(), meant.end(),
+                                         [](const std::string& word, char letter) { return word.front() == letter; });
+    if (meant.size() < 2 || abbreviated == words.end()) return 0;
+    words.erase(abbreviated, abbreviated + static_cast<std::ptrdiff_t>(meant.size()));
     return meant.size();
 }
 
-/// What tells two names apart, the smaller the nearer.
-struct Difference {
-    std::size_t words;    ///< of the first that the second lacks
-    std::size_t letters;  ///< to change in the words that they do not share
-    auto operator<=>(const Difference&) const = default;
-};
-
-Difference difference(Words words, std::string_view candidate) {
+/// What tells two names apart, the smaller the nearer: the words of the first that the second lacks, then the letters
+/// to change in those that they do not share.
+std::pair<std::size_t, std::size_t> difference(Words words, std::string_view candidate) {
     Words others = wordsOf(candidate);
     std::erase_if(others, [&words](const std::string& word) { return take(words, word) != 0; });
     const auto joined = [](const Words& all) { return std::accumulate(all.begin(), all.end(), std::string()); };

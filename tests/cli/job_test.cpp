@@ -8,7 +8,6 @@
 
 #include <ios>
 #include <sstream>
-#include <streambuf>
 
 namespace quill1xml::cli {
 namespace {
@@ -28,6 +27,10 @@ class JobTest : public ::testing::Test {
 protected:
     Played play(const std::string& lines, bool terminal = false) {
         std::istringstream in(lines);
+        return play(in, terminal);
+    }
+
+    Played play(std::istream& in, bool terminal = false) {
         std::ostringstream out;
         std::ostringstream err;
         const int status = playJob(fake_.environment(), {in, out, err, terminal});
@@ -99,40 +102,28 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
          "you mean AddTax?)"},
         {R"({"addtax":{"strTaxCode":"A"}})", "(did you mean AddTax?)"},
         {R"({"AddUserDefinedField":{}})", "AddUserDefinedField (did you mean AddUDF?)"},
-        {R"({"AddUserDefinedFieldValueOfOrder":{}})", "(did you mean AddOrderUDFValue?)"},
         {R"({"A\u001b\nB":{}})", "A\\u001b\\u000aB: error 438 (Quill1XML): "},
         {R"({"AddTax":{"strTaxCod":"A"}})",
          "AddTax: error 448 (Quill1XML): Named argument not found: strTaxCod (did "
          "you mean strTaxCode?)"},
-        {R"({"SetStoreID":{"X":1}})", "error 448 (Quill1XML): Named argument not found: X (did you mean lngStoreID?)"},
         {R"({"SetStoreID":{}})", "error 449 (Quill1XML): Argument not optional: lngStoreID"},
         {R"({"SetStoreID":{"lngStoreID":null}})", "error 449 (Quill1XML): Argument not optional: lngStoreID"},
         {R"({"AddTax":{"strTaxCode":1}})", "error 13 (Quill1XML): Type mismatch: strTaxCode takes a string"},
-        {R"({"AddTax":{"strTaxCode":["A"]}})", "strTaxCode takes a string"},
         {R"({"AddTax":{"strTaxCode":"A","dblRate":"15"}})", "dblRate takes a number"},
-        {R"({"AddTax":{"strTaxCode":"A","dblRate":true}})", "dblRate takes a number"},
         {R"({"AddTax":{"strTaxCode":"A","blnDeleted":1}})", "blnDeleted takes true or false"},
-        {R"({"AddTax":{"strTaxCode":"A","blnDeleted":"true"}})", "blnDeleted takes true or false"},
         {R"({"SetStoreID":{"lngStoreID":1.5}})", "lngStoreID takes a whole number"},
-        {R"({"SetStoreID":{"lngStoreID":true}})", "lngStoreID takes a whole number"},
         {R"({"SetStoreID":{"lngStoreID":2147483648}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
-        {R"({"SetStoreID":{"lngStoreID":-2147483649}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
         {R"({"SetStoreID":{"lngStoreID":18446744073709551615}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
         {R"({"SetStoreID":{"lngStoreID":-1e300}})", "error 6 (Quill1XML): Overflow: lngStoreID"},
         {R"({"AddMailTo":{"intMailUs":32768}})", "error 6 (Quill1XML): Overflow: intMailUs"},
         {R"({"AddTax":{"strTaxCode":"A","dblRate":1e400}})", "error 5 (quill1xml run): not JSON"},
         {R"({"FormatDate":{"dtmUnformatted":"2007-02-29"}})", "dtmUnformatted takes a date as \"yyyy-MM-ddThh:mm:ss\""},
-        {R"({"FormatDate":{"dtmUnformatted":"2007-03-05T14:07:09Z"}})", "dtmUnformatted takes a date"},
-        {R"({"FormatDate":{"dtmUnformatted":39146}})", "dtmUnformatted takes a date"},
         {R"({"AddTax":{"strTaxCode":"A","strTaxCode":"B"}})", "\"strTaxCode\" stands twice in one object"},
         {R"({"AddTax":{"strTaxCode":"A"},"AddTax":{"strTaxCode":"B"}})", "\"AddTax\" stands twice in one object"},
         {R"({"AddTax":{"strTaxCode":"A"},"Send":{}})", "a line is one object with one member"},
-        {R"({})", "a line is one object with one member"},
         {R"(["AddTax"])", "a line is one object with one member"},
         {R"({"AddTax":["A"]})", "AddTax: error 5 (quill1xml run): the arguments are an object"},
-        {R"({"AddTax":null})", "the arguments are an object"},
         {R"({"AddTax":{"strTaxCode":"A"})", "error 5 (quill1xml run): not JSON"},
-        {R"({"AddTax":{"strTaxCode":"A"}} x)", "not JSON"},
         {"{'AddTax':{}}", "not JSON"},
         {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "not JSON"},
     };
@@ -143,26 +134,18 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
 }
 
 /// Breaks off with a failure, as a file on a medium that is gone.
-class BrokenSource : public std::streambuf {
-public:
-    explicit BrokenSource(std::string text) : text_(std::move(text)) {
-        setg(text_.data(), text_.data(), text_.data() + text_.size());
-    }
-
-private:
+struct BrokenSource : std::stringbuf {
+    using std::stringbuf::stringbuf;
     int_type underflow() override { throw std::ios::failure("gone"); }
-
-    std::string text_;
 };
 
 TEST_F(JobTest, EndsWhereTheJobCannotBeReadOn) {
     BrokenSource source(R"({"SetTempFilePath":{"strTempFilePath":"T"}})"
                         "\n{\"AddTax\":{\"strTaxCode\":\"A\"}}");
     std::istream in(&source);
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(playJob(fake_.environment(), {in, out, err, false}), 1);
-    EXPECT_THAT(err.str(), StartsWith("line 2: error 57 (Quill1XML): "));
+    const Played played = play(in);
+    EXPECT_EQ(played.status, 1);
+    EXPECT_THAT(played.err, StartsWith("line 2: error 57 (Quill1XML): "));
     EXPECT_TRUE(fake_.files->texts.empty()) << "half a line was played";
 }
 
@@ -196,8 +179,6 @@ TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
         bool warnsOfOther;
     } cases[] = {
         {R"({"Send":{"strDestinationURL":"http://shop"}})", true, true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":"Memory"}})", true, true},
-        {R"({"Send":{"strDestinationURL":"http://shop","strSource":null}})", true, true},
         {R"({"Send":{"strSource":"none"}})", false, false},
         {R"({"SendTempFile":{"strTempFile":"Tax","strDestinationURL":"http://shop"}})", false, false},
         {R"({"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}

@@ -27,7 +27,6 @@ using ::testing::Not;
 class PasswordTest : public ::testing::Test {
 protected:
     void SetUp() override { unsetenv("QUILL1XML_PASSWORD"); }
-    void TearDown() override { unsetenv("QUILL1XML_PASSWORD"); }
 };
 
 TEST_F(PasswordTest, ComesFromTheFileElseFromTheEnvironment) {
