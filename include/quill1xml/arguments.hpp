@@ -12,7 +12,7 @@ namespace quill1xml::arguments {
 
 #define METHOD(dispid, Result, Name, summary) struct Name {
 #define REQUIRED(Type, name) Type name{};
-#define OPTIONAL(Type, name, defaultValue) Type name{defaultValue};
+#define OPTION(Type, name, defaultValue) Type name{defaultValue};
 #define END(Name) \
     }             \
     ;

@@ -13,7 +13,7 @@ namespace records {
 // One struct per list: its values by their names, in the order of reading.
 #define LIST(Name, Method) struct Name {
 #define REQUIRED(Type, name) Type name{};
-#define OPTIONAL(Type, name, defaultValue) Type name{defaultValue};
+#define OPTION(Type, name, defaultValue) Type name{defaultValue};
 #define END(Name) \
     }             \
     ;
@@ -23,7 +23,7 @@ namespace records {
 
 #define LIST(Name, Method) QUILL1XML_BEGIN_TABLE(records::Name, #Method)
 #define REQUIRED(Type, name) QUILL1XML_ENTRY(Type, name, true)
-#define OPTIONAL(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
+#define OPTION(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
 #define END(Name) QUILL1XML_END_TABLE(records::Name)
 #include "records/lists/all.def"
 

@@ -82,7 +82,7 @@ struct ParameterTable;
 
 #define METHOD(dispid, Result, Name, summary) QUILL1XML_BEGIN_TABLE(arguments::Name, #Name)
 #define REQUIRED(Type, name) QUILL1XML_ENTRY(Type, name, true)
-#define OPTIONAL(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
+#define OPTION(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
 #define END(Name) QUILL1XML_END_TABLE(arguments::Name)
 #include "quill1xml/methods/all.def"
 
