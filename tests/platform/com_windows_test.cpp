@@ -95,7 +95,7 @@ TEST(WindowsFiles, AFileInUseIsDenied) {
     const std::u16string name = folder.create(u"used", "x");
     const HANDLE other = CreateFileW(com::wide(name.c_str()), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(other, INVALID_HANDLE_VALUE);
-    const auto files = systemEnvironment().files;
+    const auto files = ports::systemEnvironment().files;
     testing::expectError([&] { files->appendText(name, u"y"); }, 70, name);
     testing::expectError([&] { files->readText(name); }, 70, name);
     testing::expectError([&] { files->remove(name); }, 70, name);
@@ -109,12 +109,12 @@ TEST(WindowsFiles, HiddenFilesAndShortNamesAreNotListed) {
     folder.create(u"b.TMP", "");
     folder.create(u"c.tmpold", "");
     SetFileAttributesW(com::wide(folder.create(u"d.tmp", "").c_str()), FILE_ATTRIBUTE_HIDDEN);
-    const auto names = systemEnvironment().files->list(folder.name(u"*.tmp"));
+    const auto names = ports::systemEnvironment().files->list(folder.name(u"*.tmp"));
     EXPECT_EQ(names, (std::vector<std::u16string>{u"a.tmp", u"b.TMP"}));
 }
 
 TEST(WindowsSystem, ATimeThatRoundsToMidnightIsLeftOut) {
-    const auto system = systemEnvironment().system;
+    const auto system = ports::systemEnvironment().system;
     constexpr double day = 44'000;
     EXPECT_EQ(system->generalDate({day + 0.999999}), system->generalDate({day + 1}));
     EXPECT_TRUE(system->generalDate({day + 0.75}).starts_with(system->generalDate({day}) + u" "));

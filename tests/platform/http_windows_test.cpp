@@ -121,7 +121,6 @@ TEST(HttpTarget, CredentialsLeaveTheUrl) {
         EXPECT_EQ(target.host, c.host) << utf8(c.given);
         EXPECT_EQ(target.authorization, c.authorization) << utf8(c.given);
     }
-    EXPECT_EQ(HttpTarget(u"http://u:p@host/a?b#c").printable, u"http://host/a");
 }
 
 TEST(FileLocation, FileUrlsNameFiles) {
@@ -129,12 +128,11 @@ TEST(FileLocation, FileUrlsNameFiles) {
         const char16_t* location;
         const char16_t* file;
     } cases[] = {
-        {u"C:\\a%20b\\c.xsd", u"C:\\a%20b\\c.xsd"},
         {u"file:///C:/a%20b/c.xsd", u"C:/a b/c.xsd"},
         {u"FILE://localhost/C:/c%C3%A9.xsd", u"C:/c\u00E9.xsd"},
         {u"file://server/share/c.xsd", u"\\\\server/share/c.xsd"},
     };
-    for (const auto& c : cases) EXPECT_EQ(fileOfLocation(c.location), c.file) << utf8(c.location);
+    for (const auto& c : cases) EXPECT_EQ(systemEnvironment().files->fileOfUrl(c.location), c.file) << utf8(c.location);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "quill1xml/text.hpp"
 #include "text/declared_encoding.hpp"
 #include "text/reply_text.hpp"
+#include "text/url.hpp"
 #include "text/wildcard.hpp"
 
 #include <gtest/gtest.h>
@@ -41,6 +42,19 @@ TEST(ReplyText, MarkThenCharsetThenDeclarationDecide) {
     for (const auto& c : cases) {
         EXPECT_EQ(replyText({200, c.contentType, c.body}), toUtf8(c.expected)) << c.contentType << " | " << c.body;
     }
+}
+
+TEST(Url, IsShownWithoutSecrets) {
+    const struct {
+        const char16_t* url;
+        const char16_t* shown;
+    } cases[] = {
+        {u"http://u:p@host/a?b#c", u"http://host/a"},
+        {u"HTTPS://host:80", u"HTTPS://host:80/"},
+        {u"http://host?q=a@b/c", u"http://host/"},
+        {u"http://host/a@b", u"http://host/a@b"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(toUtf8(printableUrl(c.url)), toUtf8(c.shown));
 }
 
 TEST(DeclaredEncoding, IsReadFromADeclarationAlone) {

@@ -3,12 +3,14 @@
 #include "quill1xml/error.hpp"
 
 #include <algorithm>
+#include <cstring>
 
 namespace quill1xml::platform {
 
-NativePath::NativePath(Text name) : utf8_(name) {
-    if (name.find(u'\0') != Text::npos) throw runtimeError(RuntimeError::fileNotFound, name);
-    std::replace(utf8_.begin(), utf8_.end(), '\\', '/');
+NativePath::NativePath(Text name) : utf8_(name, '\\', '/') {
+    if (std::strlen(utf8_.begin()) != static_cast<std::size_t>(utf8_.end() - utf8_.begin())) {
+        throw runtimeError(RuntimeError::fileNotFound, name);
+    }
 }
 
 Text folderOf(Text name) {

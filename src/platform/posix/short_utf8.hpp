@@ -12,7 +12,8 @@ namespace quill1xml::platform {
 /// reading of an attribute looks for a name.
 class ShortUtf8 {
 public:
-    explicit ShortUtf8(Text text);
+    /// With another character for one of ASCII, where both are given.
+    explicit ShortUtf8(Text text, char replaced = '\0', char replacement = '\0');
 
     ShortUtf8(const ShortUtf8&) = delete;
     ShortUtf8& operator=(const ShortUtf8&) = delete;
@@ -25,8 +26,8 @@ public:
 private:
     std::array<char, 256> short_;
     std::string long_;
-    char* begin_;
-    char* end_;
+    char* begin_ = nullptr;
+    char* end_ = nullptr;
 };
 
 }  // namespace quill1xml::platform

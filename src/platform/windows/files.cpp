@@ -4,12 +4,9 @@
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
 #include "platform/windows/parts.hpp"
-#include "text/letter_case.hpp"
+#include "platform/windows/url.hpp"
+#include "quill1xml/text.hpp"
 #include "text/wildcard.hpp"
-
-#include <wininet.h>
-
-#include <shlwapi.h>
 
 #include <algorithm>
 #include <cwchar>
@@ -138,15 +135,9 @@ public:
     }
 
     std::u16string fileOfUrl(Text url) const override {
-        // The system takes no host but that of a share.
-        constexpr Text thisHost = u"localhost/";
-        std::u16string location(url);
-        const std::size_t host = location.find(u"://") + 3;
-        if (equalIgnoringCase(url.substr(host, thisHost.size()), thisHost)) location.erase(host, thisHost.size() - 1);
-        wchar_t name[INTERNET_MAX_URL_LENGTH];
-        DWORD size = INTERNET_MAX_URL_LENGTH;
-        check(PathCreateFromUrlW(com::wide(location.c_str()), name, &size, 0), url);
-        return std::u16string(com::asText(name, size));
+        std::u16string name = toUtf16(percentDecoded(url.substr(url.find(u"://") + 3)));
+        if (name.starts_with(u"localhost/")) name.erase(0, name.find(u'/'));
+        return name.starts_with(u'/') ? name.substr(1) : u"\\\\" + name;
     }
 
 private:

@@ -15,15 +15,6 @@
 namespace quill1xml::platform {
 namespace {
 
-/// In UTF-8, as the header carries it.
-std::string percentDecoded(Text text) {
-    std::string decoded = toUtf8(text);
-    DWORD size = static_cast<DWORD>(decoded.size()) + 1;
-    check(UrlUnescapeA(decoded.data(), nullptr, &size, URL_UNESCAPE_INPLACE));
-    decoded.resize(std::strlen(decoded.c_str()));
-    return decoded;
-}
-
 std::u16string authorizationOf(Text credentials) {
     const std::size_t colon = credentials.find(u':');
     const std::string password = colon == Text::npos ? "" : percentDecoded(credentials.substr(colon + 1));
@@ -34,6 +25,14 @@ std::u16string authorizationOf(Text credentials) {
 }
 
 }  // namespace
+
+std::string percentDecoded(Text text) {
+    std::string decoded = toUtf8(text);
+    DWORD size = static_cast<DWORD>(decoded.size()) + 1;
+    check(UrlUnescapeA(decoded.data(), nullptr, &size, URL_UNESCAPE_INPLACE));
+    decoded.resize(std::strlen(decoded.c_str()));
+    return decoded;
+}
 
 HttpTarget::HttpTarget(Text text) : url(text) {
     if (!isHttpUrl(text)) {

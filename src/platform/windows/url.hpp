@@ -7,6 +7,9 @@
 
 namespace quill1xml::platform {
 
+/// The text with its percent escapes undone, in UTF-8, which they are meant in.
+std::string percentDecoded(Text text);
+
 /// A http or https URL taken apart.
 struct HttpTarget {
     /// Throws error 5 for any other URL.
