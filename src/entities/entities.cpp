@@ -54,10 +54,13 @@ Entity::Entity(Node node, std::shared_ptr<const ports::Environment> environment)
 
 void Entity::Initialise(Node node) { node_ = std::move(node); }
 
-#define PROPERTY(dispid, Type, Name, handling, ...)                                                                    \
-    property_types::Type CLASS::Name() const {                                                                         \
-        static constexpr Names names = named(u"" #Name, #Name, Names{__VA_ARGS__});                                    \
-        return get(*this, CLASS_LABEL, names.label, [this] { return read##Type(node(), names.attribute, handling); }); \
+#define PROPERTY(dispid, Type, Name, handling, ...)                                 \
+    property_types::Type CLASS::Name() const {                                      \
+        static constexpr Names names = named(u"" #Name, #Name, Names{__VA_ARGS__}); \
+        return get(*this, CLASS_LABEL, names.label, [this] {                        \
+            const ports::System& system = *environmentOf(*this).system;             \
+            return read##Type(node(), names.attribute, handling, system);           \
+        });                                                                         \
     }
 #define COLLECTION(dispid, Name, Class, child, builder)                                              \
     std::vector<Class> CLASS::Name() const {                                                         \

@@ -15,9 +15,15 @@ std::optional<std::u16string> read(const Node& node, Text attribute, Handling ha
     return value;
 }
 
+/// The user's separator, which costs a call of the system, where a text may need it.
+std::u16string separatorFor(Text text, const ports::System& system) {
+    const bool plain = text.find_first_not_of(u"0123456789.-+ ") == Text::npos;
+    return plain ? u"." : system.decimalSeparator();
+}
+
 }  // namespace
 
-std::u16string readText(const Node& node, Text attribute, Handling handling) {
+std::u16string readText(const Node& node, Text attribute, Handling handling, const ports::System&) {
     std::u16string value = read(node, attribute, handling).value_or(u"");
     if (handling != Handling::decoded || value.find(u'&') == std::u16string::npos) return value;
     std::u16string decoded;
@@ -25,22 +31,22 @@ std::u16string readText(const Node& node, Text attribute, Handling handling) {
     return decoded;
 }
 
-Long readLong(const Node& node, Text attribute, Handling handling) {
+Long readLong(const Node& node, Text attribute, Handling handling, const ports::System& system) {
     const auto value = read(node, attribute, handling);
-    return value ? toLong(*value) : Long{-1};
+    return value ? toLong(*value, separatorFor(*value, system)) : Long{-1};
 }
 
-Integer readInteger(const Node& node, Text attribute, Handling handling) {
+Integer readInteger(const Node& node, Text attribute, Handling handling, const ports::System& system) {
     const auto value = read(node, attribute, handling);
-    return value ? toInteger(*value) : Integer{-1};
+    return value ? toInteger(*value, separatorFor(*value, system)) : Integer{-1};
 }
 
-Double readDouble(const Node& node, Text attribute, Handling handling) {
+Double readDouble(const Node& node, Text attribute, Handling handling, const ports::System& system) {
     const auto value = read(node, attribute, handling);
-    return value ? toDouble(*value) : Double{-1};
+    return value ? toDouble(*value, separatorFor(*value, system)) : Double{-1};
 }
 
-Date readDate(const Node& node, Text attribute, Handling handling) {
+Date readDate(const Node& node, Text attribute, Handling handling, const ports::System&) {
     const auto value = read(node, attribute, handling);
     return value ? Date::fromText(*value) : Date{};
 }

@@ -21,11 +21,11 @@ void put(void* values, const Parameter& parameter, const Value& value) {
     std::memcpy(static_cast<unsigned char*>(values) + parameter.offset, &value, sizeof value);
 }
 
-void read(void* values, const Parameter& parameter, const std::u16string& text) {
+void read(void* values, const Parameter& parameter, const std::u16string& text, Text separator) {
     switch (parameter.type) {
-        case ParameterType::integer: put(values, parameter, toInteger(text)); break;
-        case ParameterType::longInteger: put(values, parameter, toLong(text)); break;
-        case ParameterType::floating: put(values, parameter, toDouble(text)); break;
+        case ParameterType::integer: put(values, parameter, toInteger(text, separator)); break;
+        case ParameterType::longInteger: put(values, parameter, toLong(text, separator)); break;
+        case ParameterType::floating: put(values, parameter, toDouble(text, separator)); break;
         case ParameterType::date: put(values, parameter, Date::fromText(text)); break;
         default: put(values, parameter, Text(text)); break;
     }
@@ -40,7 +40,7 @@ void readParameterList(const store::State& store, Text list, std::span<const Par
         const std::u16string name = toUtf16(parameter.name);
         if (!parameter.required && !root->attribute(name)) continue;
         texts.push_back(store::requiredAttribute(*root, name));
-        read(values, parameter, texts.back());
+        read(values, parameter, texts.back(), store.decimalSeparator);
     }
 }
 

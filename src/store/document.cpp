@@ -65,9 +65,9 @@ void loadFile(State& state, Text fileName) {
                                                                  {u"File Position : ", number(error.filePosition)},
                                                                  {u"Line : ", number(error.line)},
                                                                  {u"Line Position : ", number(error.linePosition)},
-                                                                 {u"Reason : ", error.reason},
                                                                  {u"Source Text : ", error.sourceText},
-                                                                 {u"URL : ", error.url}}));
+                                                                 {u"URL : ", error.url},
+                                                                 {u"Reason : ", error.reason}}));
     });
 }
 

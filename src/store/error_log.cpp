@@ -3,6 +3,7 @@
 #include "quill1xml/text.hpp"
 #include "text/numbers.hpp"
 
+#include <algorithm>
 #include <new>
 
 namespace quill1xml::store {
@@ -23,16 +24,20 @@ Error currentError() {
     }
 }
 
+/// A string of an event may not be longer: what is cut is the description, never the lines around it.
+constexpr std::size_t longestEntry = 31839;
+
 std::u16string entryText(const ports::Environment& environment, const Label& label, const Error& error) {
-    std::u16string text = u"\r\nError Number: ";
-    appendInteger(text, error.number());
-    text.append(u". \r\nError Source: ").append(error.source());
-    text.append(u". \r\n").append(toUtf16(label.caption)).append(error.description());
-    text.append(u". \r\nThreadID: ");
-    appendInteger(text, environment.system->threadId());
-    text.append(u". \r\n").append(toUtf16(label.text));
-    if (!label.property.empty()) text.append(toUtf16(label.property)).append(u".Get");
-    return text;
+    std::u16string before = u"\r\nError Number: ";
+    appendInteger(before, error.number());
+    before.append(u". \r\nError Source: ").append(error.source());
+    before.append(u". \r\n").append(toUtf16(label.caption));
+    std::u16string after = u". \r\nThreadID: ";
+    appendInteger(after, environment.system->threadId());
+    after.append(u". \r\n").append(toUtf16(label.text));
+    if (!label.property.empty()) after.append(toUtf16(label.property)).append(u".Get");
+    const std::size_t room = longestEntry - std::min(longestEntry, before.size() + after.size());
+    return before.append(error.description(), 0, room).append(after);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "text/numbers.hpp"
 
 #include "quill1xml/error.hpp"
+#include "text/blanks.hpp"
 
 #include <algorithm>
 #include <array>
@@ -8,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 namespace quill1xml {
 namespace {
@@ -157,44 +159,70 @@ bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
     throw runtimeError(RuntimeError::typeMismatch, u"\"" + std::u16string(text.substr(0, 50)) + u"\" is not a number");
 }
 
-/// The text of a number without blanks and grouping commas, in the form that std::from_chars reads.
-std::string plainNumber(Text text) {
-    Text rest = text;
-    while (!rest.empty() && rest.front() == u' ') rest.remove_prefix(1);
-    while (!rest.empty() && rest.back() == u' ') rest.remove_suffix(1);
-    std::string plain;
-    std::size_t i = 0;
-    std::size_t digits = 0;
-    const auto at = [&rest](std::size_t k) { return k < rest.size() ? rest[k] : u'\0'; };
-    const auto takeDigits = [&](bool grouped) {
-        for (; isDigit(at(i)) || (grouped && digits > 0 && at(i) == u','); ++i) {
-            if (at(i) == u',') continue;
-            plain.push_back(static_cast<char>(at(i)));
-            ++digits;
+/// Reads a number off the front of a text, and puts it into the form that std::from_chars reads.
+class NumberReader {
+public:
+    NumberReader(Text text, Text decimalSeparator)
+        : text_(text), rest_(trimBlanks(text)), separator_(decimalSeparator), grouping_(decimalSeparator != u",") {}
+
+    std::string read() {
+        if (rest_.starts_with(u'-')) plain_.push_back('-');
+        if (rest_.starts_with(u'-') || rest_.starts_with(u'+')) rest_.remove_prefix(1);
+        std::size_t digits = takeDigits();
+        if (digits == 0) plain_.push_back('0');
+        if (grouping_ && digits > 0 && digits <= 3) takeGroups();
+        if (takeMark()) {
+            plain_.push_back('.');
+            digits += takeDigits();
+            plain_.push_back('0');
         }
-    };
-    if (at(0) == u'-') plain.push_back('-');
-    if (at(0) == u'-' || at(0) == u'+') ++i;
-    takeDigits(true);
-    if (digits == 0) plain.push_back('0');
-    if (at(i) == u'.') {
-        plain.push_back('.');
-        ++i;
-        takeDigits(false);
-        plain.push_back('0');
+        if (digits == 0) notANumber(text_);
+        takeExponent();
+        if (!rest_.empty()) notANumber(text_);
+        return std::move(plain_);
     }
-    if (digits == 0) notANumber(text);
-    if (at(i) == u'E' || at(i) == u'e') {
-        plain.push_back('e');
-        ++i;
-        if (at(i) == u'-' || at(i) == u'+') plain.push_back(static_cast<char>(rest[i++]));
-        digits = 0;
-        takeDigits(false);
-        if (digits == 0) notANumber(text);
+
+private:
+    std::size_t takeDigits(std::size_t most = Text::npos) {
+        std::size_t count = 0;
+        for (; count < most && !rest_.empty() && isDigit(rest_.front()); ++count) {
+            plain_.push_back(static_cast<char>(rest_.front()));
+            rest_.remove_prefix(1);
+        }
+        return count;
     }
-    if (i != rest.size()) notANumber(text);
-    return plain;
-}
+
+    /// Each comma stands before exactly three digits.
+    void takeGroups() {
+        while (rest_.starts_with(u',')) {
+            rest_.remove_prefix(1);
+            if (takeDigits(3) != 3 || (!rest_.empty() && isDigit(rest_.front()))) notANumber(text_);
+        }
+    }
+
+    /// A point is understood everywhere, as programs write it.
+    bool takeMark() {
+        const bool point = rest_.starts_with(u'.');
+        if (!point && !rest_.starts_with(separator_)) return false;
+        rest_.remove_prefix(point ? 1 : separator_.size());
+        return true;
+    }
+
+    void takeExponent() {
+        if (!rest_.starts_with(u'E') && !rest_.starts_with(u'e')) return;
+        plain_.push_back('e');
+        rest_.remove_prefix(1);
+        if (rest_.starts_with(u'-')) plain_.push_back('-');
+        if (rest_.starts_with(u'-') || rest_.starts_with(u'+')) rest_.remove_prefix(1);
+        if (takeDigits() == 0) notANumber(text_);
+    }
+
+    Text text_;
+    Text rest_;
+    Text separator_;
+    bool grouping_;
+    std::string plain_;
+};
 
 /// What a number is that no double can hold: too small is zero, as for an automation host; too large is an overflow.
 double beyondRange(std::string_view plain) {
@@ -277,8 +305,8 @@ void appendNumberText(std::u16string& out, double value, Text decimalSeparator) 
     out.append(characters.data(), writeNumberText(characters.data(), value, decimalSeparator));
 }
 
-double toDouble(Text text) {
-    const std::string plain = plainNumber(text);
+double toDouble(Text text, Text decimalSeparator) {
+    const std::string plain = NumberReader(text, decimalSeparator).read();
     double value = 0;
     const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
     if (error == std::errc::result_out_of_range) return beyondRange(plain);
@@ -289,8 +317,8 @@ double toDouble(Text text) {
 Long roundToLong(double value) { return roundTo<Long>(value); }
 Integer roundToInteger(double value) { return roundTo<Integer>(value); }
 
-Long toLong(Text text) { return roundToLong(toDouble(text)); }
-Integer toInteger(Text text) { return roundToInteger(toDouble(text)); }
+Long toLong(Text text, Text decimalSeparator) { return roundToLong(toDouble(text, decimalSeparator)); }
+Integer toInteger(Text text, Text decimalSeparator) { return roundToInteger(toDouble(text, decimalSeparator)); }
 
 Currency Currency::fromDouble(double value) {
     // 2 to the power of 63 is exact as a double; everything below it fits.

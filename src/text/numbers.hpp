@@ -31,12 +31,13 @@ void appendInteger(std::u16string& out, std::int64_t value);
 /// Appends a number as writeNumberText writes it.
 void appendNumberText(std::u16string& out, double value, Text decimalSeparator);
 
-/// The number that a text holds: blanks around it, a sign, grouping commas, a point and an exponent are understood.
+/// The number that a text holds: blanks around it, a sign, one decimal mark, which is a point or the separator given,
+/// and an exponent are understood. Commas group three digits each, unless the comma is the separator.
 /// Throws error 13 (Type mismatch) for anything else and error 6 (Overflow) beyond the range of the type.
 /// Whole numbers are rounded to the nearest, halves to even.
-double toDouble(Text text);
-Long toLong(Text text);
-Integer toInteger(Text text);
+double toDouble(Text text, Text decimalSeparator = u".");
+Long toLong(Text text, Text decimalSeparator = u".");
+Integer toInteger(Text text, Text decimalSeparator = u".");
 
 /// A double as a whole number, rounded to the nearest, halves to even. Throws error 6 (Overflow) beyond the range.
 Long roundToLong(double value);

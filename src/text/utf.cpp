@@ -99,7 +99,8 @@ std::u16string toUtf16(std::string_view utf8) {
     return out;
 }
 
-void appendUtf8(std::string& out, std::u16string_view utf16) {
+bool appendUtf8(std::string& out, std::u16string_view utf16) {
+    bool wellFormed = true;
     // In pieces, so that a large text needs no larger buffer beside it.
     constexpr std::size_t longestUnit = 3;
     std::array<char, 1024 * longestUnit> buffer;
@@ -119,11 +120,13 @@ void appendUtf8(std::string& out, std::u16string_view utf16) {
                 const char32_t lead = static_cast<char32_t>(unit) - 0xD800u;
                 to = writeUtf8(to, 0x10000u + (lead << 10) + (utf16[++i] - 0xDC00u));
             } else {
+                wellFormed = wellFormed && !high && !low;
                 to = writeUtf8(to, high || low ? replacement : static_cast<char32_t>(unit));
             }
         }
         out.append(buffer.data(), to);
     }
+    return wellFormed;
 }
 
 std::string toUtf8(std::u16string_view utf16) {

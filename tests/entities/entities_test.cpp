@@ -53,7 +53,10 @@ TEST_F(Entities, ValuesAreConvertedAsHostsDo) {
     expectError([&] { line("2147483647.5").Quantity(); }, 6, u"");
     expectError([&] { line("").Price(); }, 13, u"");
     expectError([&] { over<Order>("<x OrderDate='2024-02-30T10:00:00'/>").OrderDate(); }, 13, u"");
-    EXPECT_EQ(fake_.log->entries.size(), 4u);
+    expectError([&] { line("12,5").Price(); }, 13, u"");
+    EXPECT_EQ(fake_.log->entries.size(), 5u);
+    fake_.system->separator = u",";
+    EXPECT_EQ(line("12,5").Price(), 12.5);
     const auto text = over<OrderLineItem>("<x SKU='&amp;amp;#60;' Description='&amp;amp;#60;'/>");
     EXPECT_EQ(text.SKU(), u"&amp;#60;");
     EXPECT_EQ(text.Description(), u"<");

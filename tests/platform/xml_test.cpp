@@ -179,6 +179,14 @@ TEST_F(XmlTest, FilesThatDoNotLoadAreReportedWithTheirName) {
     }
 }
 
+TEST_F(XmlTest, HalfASurrogatePairIsNoCharacter) {
+    for (const Text text : {u"<a x='\xD83D'/>", u"<a>\xDE00</a>"}) {
+        ParseError error;
+        EXPECT_EQ(xml_->parse({{text}}, nullptr, error), nullptr);
+        EXPECT_NE(error.code, 0);
+    }
+}
+
 TEST_F(XmlTest, SchemasThatAreMissingOrBrokenAreErrors) {
     const std::u16string missing = folder_.name(u"missing.xsd");
     expectError([&] { store::loadSchema(systemEnvironment(), missing); }, 53, missing);

@@ -90,7 +90,7 @@ TEST(Documents, TellWhyTheyDoNotLoadOrAreNotValid) {
               "Quill1XML.Store.Load()|Failed to load web store document XML.\r\nError Code: -3.\r\nReason: why.");
     EXPECT_EQ(failure(loadFile(u"f")),
               "Quill1XML.Store.Load()|Failed to load file because : \r\nError Code : -3.\r\nFile Position : 10.\r\n"
-              "Line : 2.\r\nLine Position : 4.\r\nReason : why.\r\nSource Text : <a.\r\nURL : file.xml.");
+              "Line : 2.\r\nLine Position : 4.\r\nSource Text : <a.\r\nURL : file.xml.\r\nReason : why.");
     EXPECT_FALSE(state.documentLoaded);
     fake.xml->parseError = {};
     fake.xml->validateError = error;

@@ -152,5 +152,14 @@ TEST(Labels, DifferFromTheNameWhereHostsKnowThemSo) {
     }
 }
 
+TEST(ErrorLog, CutsALongDescriptionNotTheLinesAroundIt) {
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    const std::u16string name(40'000, u'x');
+    expectError([&] { store.ReadBinData({name}); }, 53, name);
+    EXPECT_EQ(fake.log->entries.at(0).size(), 31839u);
+    EXPECT_TRUE(fake.log->entries.at(0).ends_with(u". \r\nThreadID: 77. \r\nMethod: Quill1XML.Store.ReadBinData()"));
+}
+
 }  // namespace
 }  // namespace quill1xml

@@ -126,11 +126,17 @@ TEST(Numbers, AreReadFromText) {
         {u"1" + zeros + u"e-400", 1},
     };
     for (const auto& c : cases) EXPECT_EQ(toDouble(c.text), c.expected) << utf8(c.text);
+    for (const Text text : {u"12,5", u"12.5"}) EXPECT_EQ(toDouble(text, u","), 12.5);
+    EXPECT_EQ(toDouble(u"1,234:5", u":"), 1234.5);
 
-    for (const Text text :
-         {u"",   u" ",    u"-",     u".",  u"+.",  u"1 2", u"- 1", u"--1", u"1.2.3",   u"1e",    u"1e+",
-          u"e5", u"0x10", u"1,5,x", u",5", u"1d3", u"NaN", u"inf", u"\t1", u"1\u00A0", u"\u0661"}) {
+    for (const Text text : {u"",     u" ",        u"-",      u".",        u"+.",  u"1 2",     u"- 1",
+                            u"--1",  u"1.2.3",    u"1e",     u"1e+",      u"e5",  u"0x10",    u"1,5,x",
+                            u",5",   u"1d3",      u"NaN",    u"inf",      u"\t1", u"1\u00A0", u"\u0661",
+                            u"12,5", u"1234,567", u"1,2345", u"1,234,56", u"1,",  u"1.5,000", u"1,234e1,000"}) {
         expectError([&] { toDouble(text); }, 13, u"is not a number");
+    }
+    for (const Text text : {u"1.234,5", u"1,234,567", u"1,2.5"}) {
+        expectError([&] { toDouble(text, u","); }, 13, u"is not a number");
     }
     for (const auto& text : {std::u16string(u"1e309"), u"-1" + zeros, u"1" + zeros + u"e-1", u"1" + zeros + u".5e-1",
                              std::u16string(u"1e99999999999")}) {

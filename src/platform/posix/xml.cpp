@@ -33,7 +33,14 @@ public:
         std::size_t size = 0;
         for (const Text piece : pieces) size += piece.size();
         utf8.reserve(size);
-        for (const Text piece : pieces) appendUtf8(utf8, piece);
+        bool wellFormed = true;
+        for (const Text piece : pieces) wellFormed = appendUtf8(utf8, piece) && wellFormed;
+        if (!wellFormed) {
+            error = {};
+            error.code = XML_ERR_INVALID_CHAR;
+            error.reason = u"The text holds half a surrogate pair, which is no character";
+            return nullptr;
+        }
         return parseUtf8(utf8, std::move(schema), error);
     }
 
