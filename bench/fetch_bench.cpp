@@ -93,7 +93,7 @@ public:
     ports::HttpReply post(Text, std::string_view, std::string_view) override {
         return {200, "text/xml; charset=utf-8", bytes()};
     }
-    ports::HttpReply get(Text) override { return {404, {}, {}}; }
+    ports::HttpReply get(Text, const ports::Validators&) override { return {404, {}, {}}; }
 
 private:
     std::string file_;

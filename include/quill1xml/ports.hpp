@@ -66,10 +66,19 @@ public:
     virtual Date now() = 0;
 };
 
+/// What a server tells an answer by: its ETag and Last-Modified headers, each empty when there is none.
+struct Validators {
+    std::string entityTag{};
+    std::string lastModified{};
+
+    bool empty() const { return entityTag.empty() && lastModified.empty(); }
+};
+
 struct HttpReply {
     int status = 0;           ///< the HTTP status code
     std::string contentType;  ///< the Content-Type header, empty when there is none
     std::string body;         ///< the bytes as received
+    Validators validators{};
 };
 
 class Http {
@@ -80,8 +89,9 @@ public:
     /// host of the URL, never credentials.
     virtual HttpReply post(Text url, std::string_view contentType, std::string_view body) = 0;
 
-    /// Fetches a URL. Fails as post does.
-    virtual HttpReply get(Text url) = 0;
+    /// Fetches a URL, or only asks whether the answer with the given validators is still the one: then the status is
+    /// 304. Fails as post does.
+    virtual HttpReply get(Text url, const Validators& known) = 0;
 };
 
 /// Why a document did not load or is not valid. code is 0 when there is nothing to report.

@@ -3,8 +3,8 @@
 #include "exchange/send_order.hpp"
 #include "store/packets.hpp"
 
-#include <algorithm>
 #include <limits>
+#include <set>
 
 namespace quill1xml::exchange {
 
@@ -15,17 +15,17 @@ std::u16string findPacket(const store::State& state, Text kind, Integer packet) 
 
 PendingPackets pendingPackets(const store::State& state) {
     PendingPackets pending;
+    std::set<std::u16string> known;
     for (const std::u16string& kind : sendOrder(state)) {
         for (Integer packet = 1; packet < std::numeric_limits<Integer>::max(); ++packet) {
             std::u16string name = findPacket(state, kind, packet);
             if (name.empty()) break;
+            known.insert(name);
             pending.toSend.push_back(std::move(name));
         }
     }
     for (std::u16string& name : store::packetFiles(state)) {
-        if (std::ranges::find(pending.toSend, name) == pending.toSend.end()) {
-            pending.toDeleteUnsent.push_back(std::move(name));
-        }
+        if (!known.contains(name)) pending.toDeleteUnsent.push_back(std::move(name));
     }
     return pending;
 }

@@ -10,7 +10,6 @@ using namespace records;
 
 // clang-format off
 constexpr const Record* order[] = {
-    
     &AddTax, &AddCurrency, &AddTradingCountry,
     &AddSimpleCourier, &AddSimpleCourierZone, &AddSimpleCourierRate, &AddLocalCourier, &AddLocalCourierService,
     &AddInternationalCourier, &AddInternationalCourierService, &AddInternationalCourierRate, &AddInternationalCourierZone,
@@ -34,8 +33,8 @@ constexpr const Record* order[] = {
 }  // namespace
 
 std::vector<std::u16string> sendOrder(const store::State& state) {
-    std::vector<std::u16string> kinds{store::kindText(state, store::firstPacket)};
-    for (const Record* record : order) kinds.push_back(store::kindText(state, record->packet(1)));
+    std::vector<std::u16string> kinds{store::kindText(store::firstPacket)};
+    for (const Record* record : order) kinds.push_back(store::kindText(record->packet(state, 1)));
     return kinds;
 }
 

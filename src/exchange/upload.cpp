@@ -60,7 +60,7 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
     const std::u16string content = state.environment.files->readText(state.tempFilePath + name);
     if (trimBlanks(content, u" \t\r\n").empty()) return;
 
-    const bool hasHead = name == fileName(state, firstPacket);
+    const bool hasHead = name == fileName(firstPacket);
     const Text pieces[] = {hasHead ? Text() : Text(state.documentHead), hasHead ? Text() : Text(u"\r\n"), content,
                            u"</Store>"};
     const Long importNumber =
@@ -74,6 +74,7 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
 }  // namespace
 
 void perform(State& state, const arguments::SendTempFile& arguments) {
+    const SchemaSource::Sending sending(state.schema);
     Integer packet = 1;
     for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty(); ++packet) {
         sendPacket(state, arguments, name);
@@ -84,6 +85,7 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
 std::u16string perform(State& state, const arguments::Send& arguments) {
     if (!arguments.strWebStoreSchemaSource.empty()) state.schemaSource = arguments.strWebStoreSchemaSource;
     state.uploadResult.clear();
+    const SchemaSource::Sending sending(state.schema);
     if (arguments.strSource == u"Memory") {
         for (const std::u16string& kind : exchange::sendOrder(state)) {
             run(state, arguments::SendTempFile{.strTempFile = kind,

@@ -18,6 +18,7 @@ using ports::Schema;
 using ports::SourceEncoding;
 using ports::System;
 using ports::systemEnvironment;
+using ports::Validators;
 using ports::Xml;
 
 }  // namespace quill1xml::platform

@@ -35,7 +35,7 @@ void addPromotion(store::State& store, const Record&, std::u16string_view elemen
 
 /// Oddity: images are not counted into packets, all of them go to one file.
 void appendToImagePacket(store::State& store, const Record& record, std::u16string_view element) {
-    store::append(store, record.packet(1), element);
+    store::append(store, record.packet(store, 1), element);
 }
 
 }  // namespace

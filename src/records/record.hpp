@@ -52,7 +52,9 @@ struct Record {
     constexpr std::u16string_view counter() const { return shape.counter.empty() ? element : shape.counter; }
 
     /// One of the packet files that it is written to.
-    constexpr store::Packet packet(std::int64_t number) const { return {element, shape.carriesStoreId, number}; }
+    store::Packet packet(const store::State& state, std::int64_t number) const {
+        return {element, shape.carriesStoreId ? std::optional(state.storeId) : std::nullopt, number};
+    }
 
     /// The source of the record's errors, such as "Quill1XML.Store.AddTax()".
     std::u16string source() const;

@@ -49,9 +49,13 @@ void appendGuidBody(Out& out, const Call& call, Field field) {
     if (!text.empty()) out.append(text.substr(1, 36));
 }
 
-void appendIntegerFromText(Out& out, const Call& call, Field field) { appendWhole(out, toLong(call.text(field), call.store.decimalSeparator)); }
+void appendIntegerFromText(Out& out, const Call& call, Field field) {
+    appendWhole(out, toLong(call.text(field), call.store.decimalSeparator));
+}
 
-void appendStrFromText(Out& out, const Call& call, Field field) { appendStrForm(out, toDouble(call.text(field), call.store.decimalSeparator)); }
+void appendStrFromText(Out& out, const Call& call, Field field) {
+    appendStrForm(out, toDouble(call.text(field), call.store.decimalSeparator));
+}
 
 void appendIntegerText(Out& out, const Call& call, Field field) {
     appendWhole(out, static_cast<std::int64_t>(call.number(field)));

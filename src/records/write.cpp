@@ -131,7 +131,7 @@ void appendToPacket(store::State& store, const Record& record, std::u16string_vi
     store::PacketCounter& counter = store.counters[record.counter()];
     if (counter.records == std::numeric_limits<Long>::max()) throw runtimeError(RuntimeError::overflow);
     ++counter.records;
-    store::append(store, record.packet(std::int64_t{counter.packets} + 1), element);
+    store::append(store, record.packet(store, std::int64_t{counter.packets} + 1), element);
     if (counter.records == store.packetSize) {
         ++counter.packets;
         counter.records = 0;

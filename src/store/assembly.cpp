@@ -11,10 +11,7 @@ namespace {
 
 /// The content of the first packet file of a kind that carries the store number.
 std::u16string firstPacketOf(const State& state, Text kind, Long storeId) {
-    std::u16string numbered(kind);
-    appendInteger(numbered, storeId);
-    numbered.push_back(u'_');
-    const std::u16string name = path(state, {.kind = numbered});
+    const std::u16string name = path(state, {.kind = kind, .storeId = storeId});
     if (state.environment.files->list(name).empty()) throw runtimeError(RuntimeError::fileNotFound, name);
     return state.environment.files->readText(name);
 }

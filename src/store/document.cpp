@@ -1,7 +1,6 @@
 #include "store/document.hpp"
 
 #include "store/error_log.hpp"
-#include "store/schema_source.hpp"
 #include "text/numbers.hpp"
 
 #include <initializer_list>
@@ -45,7 +44,8 @@ void load(State& state, Parse parse) {
 void loadText(State& state, std::span<const Text> pieces) {
     load(state, [&] {
         ports::ParseError error;
-        state.document = state.environment.xml->parse(pieces, loadSchema(state.environment, state.schemaSource), error);
+        state.document =
+            state.environment.xml->parse(pieces, state.schema.load(state.environment, state.schemaSource), error);
         state.documentLoaded = state.document != nullptr;
         if (state.documentLoaded) return;
         failedToLoad(account(u"Failed to load web store document XML.",
@@ -58,7 +58,7 @@ void loadFile(State& state, Text fileName) {
         if (fileName.empty()) failedToLoad(u"There is no Web Store Source to load.");
         ports::ParseError error;
         state.document =
-            state.environment.xml->load(fileName, loadSchema(state.environment, state.schemaSource), error);
+            state.environment.xml->load(fileName, state.schema.load(state.environment, state.schemaSource), error);
         state.documentLoaded = state.document != nullptr;
         if (state.documentLoaded) return;
         failedToLoad(account(u"Failed to load file because : ", {{u"Error Code : ", number(error.code)},

@@ -9,15 +9,15 @@ namespace {
 constexpr Text beginningOfAll = u"WebStore";
 constexpr Text extension = u".tmp";
 
-void appendKind(std::u16string& out, const State& state, const Packet& packet) {
+void appendKind(std::u16string& out, const Packet& packet) {
     out.append(packet.kind);
-    if (!packet.ofStore) return;
-    appendInteger(out, state.storeId);
+    if (!packet.storeId) return;
+    appendInteger(out, *packet.storeId);
     out.push_back(u'_');
 }
 
-void appendFileName(std::u16string& out, const State& state, const Packet& packet) {
-    appendKind(out.append(beginningOfAll), state, packet);
+void appendFileName(std::u16string& out, const Packet& packet) {
+    appendKind(out.append(beginningOfAll), packet);
     appendInteger(out, packet.number);
     out.append(extension);
 }
@@ -26,28 +26,28 @@ template <class Write>
 void writeTo(State& state, const Packet& packet, Write write) {
     logged(state, labels::appendToTempFile, [&] {
         useDefaultFolder(state);
-        appendFileName(state.fileName.assign(state.tempFilePath), state, packet);
+        appendFileName(state.fileName.assign(state.tempFilePath), packet);
         write(*state.environment.files, state.fileName);
     });
 }
 
 }  // namespace
 
-std::u16string fileName(const State& state, const Packet& packet) {
+std::u16string fileName(const Packet& packet) {
     std::u16string name;
-    appendFileName(name, state, packet);
+    appendFileName(name, packet);
     return name;
 }
 
 std::u16string path(const State& state, const Packet& packet) {
     std::u16string name(state.tempFilePath);
-    appendFileName(name, state, packet);
+    appendFileName(name, packet);
     return name;
 }
 
-std::u16string kindText(const State& state, const Packet& packet) {
+std::u16string kindText(const Packet& packet) {
     std::u16string text;
-    appendKind(text, state, packet);
+    appendKind(text, packet);
     return text;
 }
 

@@ -8,13 +8,14 @@
 #include "store/state.hpp"
 
 #include <cstdint>
+#include <optional>
 
 namespace quill1xml::store {
 
 /// Which packet file. The kind of the main files is empty.
 struct Packet {
     Text kind{};
-    bool ofStore = false;  ///< the kind goes on with the store number and "_"
+    std::optional<Long> storeId{};  ///< where there is one, the kind goes on with it and "_"
     std::int64_t number = 1;
 };
 
@@ -22,13 +23,13 @@ struct Packet {
 inline constexpr Packet firstPacket{};
 
 /// The packet's file name without folder: "WebStoreOrder57_2.tmp".
-std::u16string fileName(const State& state, const Packet& packet);
+std::u16string fileName(const Packet& packet);
 
 /// The packet's file name with its folder.
 std::u16string path(const State& state, const Packet& packet);
 
 /// A kind as SendTempFile takes it: "Order57_".
-std::u16string kindText(const State& state, const Packet& packet);
+std::u16string kindText(const Packet& packet);
 
 /// The packet files whose names begin with a text, "WebStore" by default, in rising order and without folder.
 std::vector<std::u16string> packetFiles(const State& state, Text beginning = {});

@@ -10,28 +10,6 @@ namespace {
 
 constexpr Text documentNamespace = u"WebStore";
 
-struct Source {
-    std::u16string name;  ///< as it may be shown
-    std::string content;
-};
-
-Source fetch(ports::Http& http, Text url) {
-    constexpr int ok = 200;
-    ports::HttpReply reply = http.get(url);
-    std::u16string name = printableUrl(url);
-    if (reply.status == ok) return {std::move(name), std::move(reply.body)};
-    name.append(u" (HTTP status ");
-    appendInteger(name, reply.status);
-    throw runtimeError(RuntimeError::fileNotFound, name.append(u")"));
-}
-
-Source read(const ports::Environment& environment, Text location) {
-    if (isHttpUrl(location)) return fetch(*environment.http, location);
-    ports::Files& files = *environment.files;
-    const Bytes bytes = files.readBytes(isFileUrl(location) ? files.fileOfUrl(location) : std::u16string(location));
-    return {std::u16string(location), std::string(bytes.begin(), bytes.end())};
-}
-
 [[noreturn]] void broken(Text name, Text reason, Long line) {
     std::u16string description = u"The schema ";
     description.append(name).append(u" cannot be used: ").append(reason);
@@ -55,21 +33,57 @@ void refuseReferences(const ports::Document& schema, Text name) {
     }
 }
 
+std::shared_ptr<ports::Schema> compile(ports::Xml& xml, const std::string& content, Text name) {
+    ports::ParseError error;
+    auto document = xml.parseBytes(content, ports::SourceEncoding::declared, error);
+    if (document == nullptr) broken(name, error.reason, error.line);
+    refuseReferences(*document, name);
+    auto schema = xml.compile(std::move(document), documentNamespace, error);
+    if (schema == nullptr) broken(name, error.reason, error.line);
+    return schema;
+}
+
 }  // namespace
 
-std::shared_ptr<ports::Schema> loadSchema(const ports::Environment& environment, Text location) {
+SchemaSource::Found SchemaSource::ask(ports::Http& http, Text url) {
+    constexpr int ok = 200;
+    constexpr int notModified = 304;
+    const bool known = schema_ != nullptr;
+    if (known && validators_.empty() && sendings_ > 0 && asked_) return {.name = {}, .content = {}, .same = true};
+    ports::HttpReply reply = http.get(url, known ? validators_ : ports::Validators());
+    asked_ = true;
+    if (known && reply.status == notModified) return {.name = {}, .content = {}, .same = true};
+    std::u16string name = printableUrl(url);
+    if (reply.status == ok) {
+        validators_ = std::move(reply.validators);
+        return {.name = std::move(name), .content = std::move(reply.body), .same = false};
+    }
+    name.append(u" (HTTP status ");
+    appendInteger(name, reply.status);
+    throw runtimeError(RuntimeError::fileNotFound, name.append(u")"));
+}
+
+SchemaSource::Found SchemaSource::find(const ports::Environment& environment, Text location) {
+    if (isHttpUrl(location)) return ask(*environment.http, location);
+    ports::Files& files = *environment.files;
+    const Bytes bytes = files.readBytes(isFileUrl(location) ? files.fileOfUrl(location) : std::u16string(location));
+    return {.name = std::u16string(location), .content = std::string(bytes.begin(), bytes.end()), .same = false};
+}
+
+std::shared_ptr<ports::Schema> SchemaSource::load(const ports::Environment& environment, Text location) {
     if (location.empty()) {
         throw runtimeError(RuntimeError::invalidProcedureCall, u"no schema source was given to Create, Send or XML");
     }
-    Source source = read(environment, location);
-    ports::Xml& xml = *environment.xml;
-    ports::ParseError error;
-    auto document = xml.parseBytes(std::move(source.content), ports::SourceEncoding::declared, error);
-    if (document == nullptr) broken(source.name, error.reason, error.line);
-    refuseReferences(*document, source.name);
-    auto schema = xml.compile(std::move(document), documentNamespace, error);
-    if (schema == nullptr) broken(source.name, error.reason, error.line);
-    return schema;
+    if (location != location_) {
+        schema_.reset();
+        location_ = location;
+    }
+    Found found = find(environment, location);
+    if (schema_ != nullptr && (found.same || found.content == content_)) return schema_;
+    schema_.reset();
+    schema_ = compile(*environment.xml, found.content, found.name);
+    content_ = std::move(found.content);
+    return schema_;
 }
 
 }  // namespace quill1xml::store

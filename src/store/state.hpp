@@ -3,6 +3,7 @@
 
 #include "quill1xml/ports.hpp"
 #include "quill1xml/results.hpp"
+#include "store/schema_source.hpp"
 #include "text/text_buffer.hpp"
 #include "text/xml_text.hpp"
 
@@ -33,6 +34,7 @@ struct State {
     std::u16string storeElement;  ///< the root start tag without ">", from Create to AddAdditionalParameters
     std::u16string documentHead;  ///< what every packet but the first begins with
     std::u16string schemaSource;
+    SchemaSource schema;
 
     std::unique_ptr<ports::Document> document;  ///< the document loaded last
     bool documentLoaded = false;

@@ -117,7 +117,7 @@ constexpr const char* rowsSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/200
 </xs:schema>)";
 
 TEST_F(PosixXmlTest, ValidationErrorsSayWhere) {
-    const auto schema = store::loadSchema(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
+    const auto schema = store::SchemaSource().load(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
     std::string text = "<Store xmlns='WebStore'>\n";
     for (int line = 2; line <= 100'000; ++line) text += line == 70'000 ? "<Row n='seventy'/>\n" : "<Row n='1'/>\n";
     const std::u16string name = folder_.create(u"rows.xml", text + "</Store>");
@@ -132,7 +132,7 @@ TEST_F(PosixXmlTest, ValidationErrorsSayWhere) {
 }
 
 TEST_F(PosixXmlTest, DocumentsDoNotChooseTheirSchema) {
-    const auto schema = store::loadSchema(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
+    const auto schema = store::SchemaSource().load(systemEnvironment(), folder_.create(u"rows.xsd", rowsSchema));
     const std::u16string other = folder_.create(
         u"other.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='Other'/></xs:schema>");
     ParseError error;
@@ -155,13 +155,14 @@ TEST_F(PosixXmlTest, SchemasComeFromFilesAndUrls) {
           u"FILE://localhost" + path + u"/rows \u00E9.xsd", u"HTTP://" + server.address() + u"/rows.xsd?v=1"}) {
         ParseError error;
         const auto document = xml_->parse({{u"<Store xmlns='WebStore'><Row n='x'/></Store>"}},
-                                          store::loadSchema(systemEnvironment(), location), error);
+                                          store::SchemaSource().load(systemEnvironment(), location), error);
         EXPECT_NE(document->validate().code, 0) << utf8(location);
     }
-    expectError([&] { store::loadSchema(systemEnvironment(), u"file://" + path + u"/none.xsd"); }, 53,
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), u"file://" + path + u"/none.xsd"); }, 53,
                 path + u"/none.xsd");
-    expectError([&] { store::loadSchema(systemEnvironment(), u"http://u:secret@" + server.address() + u"/none.xsd"); },
-                53, u": http://" + server.address() + u"/none.xsd");
+    expectError(
+        [&] { store::SchemaSource().load(systemEnvironment(), u"http://u:secret@" + server.address() + u"/none.xsd"); },
+        53, u": http://" + server.address() + u"/none.xsd");
 }
 
 TEST_F(PosixXmlTest, ASchemaStandsAlone) {
@@ -170,8 +171,9 @@ TEST_F(PosixXmlTest, ASchemaStandsAlone) {
         folder_.create(u"outer.xsd",
                        "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' targetNamespace='WebStore'>\n"
                        "<xs:include schemaLocation='rows.xsd'/></xs:schema>");
-    expectError([&] { store::loadSchema(systemEnvironment(), name); }, applicationError, u"another schema document");
-    expectError([&] { store::loadSchema(systemEnvironment(), name); }, applicationError, u"(line 2)");
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), name); }, applicationError,
+                u"another schema document");
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), name); }, applicationError, u"(line 2)");
 }
 
 }  // namespace

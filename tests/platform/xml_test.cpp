@@ -189,12 +189,12 @@ TEST_F(XmlTest, HalfASurrogatePairIsNoCharacter) {
 
 TEST_F(XmlTest, SchemasThatAreMissingOrBrokenAreErrors) {
     const std::u16string missing = folder_.name(u"missing.xsd");
-    expectError([&] { store::loadSchema(systemEnvironment(), missing); }, 53, missing);
-    expectError([&] { store::loadSchema(systemEnvironment(), folder_.name(u"no\\folder.xsd")); }, 76,
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), missing); }, 53, missing);
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), folder_.name(u"no\\folder.xsd")); }, 76,
                 folder_.name(u"no"));
     for (const char* const text : {"", "<xs:schema", "<a/>", "<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"}) {
         const std::u16string broken = folder_.create(u"broken.xsd", text);
-        expectError([&] { store::loadSchema(systemEnvironment(), broken); }, applicationError, broken);
+        expectError([&] { store::SchemaSource().load(systemEnvironment(), broken); }, applicationError, broken);
     }
 }
 

@@ -18,7 +18,7 @@ namespace quill1xml::testing {
 class SchemaJudge {
 public:
     explicit SchemaJudge(SchemaDialect dialect)
-        : schema_(store::loadSchema(
+        : schema_(store::SchemaSource().load(
               ports::systemEnvironment(),
               folder_.create(dialect == SchemaDialect::xsd ? u"100% #1.xsd" : u"100% #1.xdr", storeSchema(dialect)))) {}
 

@@ -71,7 +71,9 @@ public:
 
     void reply(std::string body, int status = 200) { replies.push_back({status, "text/xml", std::move(body)}); }
     ports::HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
-    ports::HttpReply get(Text url) override { return post(url, {}, {}); }
+    ports::HttpReply get(Text url, const ports::Validators& known) override {
+        return post(url, {}, known.entityTag + known.lastModified);
+    }
 };
 
 /// Windows-1252, and a decimal separator to choose.

@@ -174,7 +174,7 @@ HttpReply CurlHttp::post(Text url, std::string_view contentType, std::string_vie
     });
 }
 
-HttpReply CurlHttp::get(Text url) {
+HttpReply CurlHttp::get(Text url, const Validators&) {
     return transfer(url, [](void*) {});
 }
 

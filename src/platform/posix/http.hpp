@@ -23,7 +23,7 @@ public:
 
     HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
 
-    HttpReply get(Text url) override;
+    HttpReply get(Text url, const Validators& known) override;
 
 private:
     HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);

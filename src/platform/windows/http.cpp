@@ -49,7 +49,7 @@ public:
         return exchange(u"POST", url, toUtf16(contentType), com::Variant::ofBytes(std::as_bytes(std::span(body))));
     }
 
-    HttpReply get(Text url) override { return exchange(u"GET", url, {}, com::Variant()); }
+    HttpReply get(Text url, const Validators&) override { return exchange(u"GET", url, {}, com::Variant()); }
 };
 
 }  // namespace
