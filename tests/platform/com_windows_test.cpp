@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace quill1xml {
 namespace {
 
@@ -101,6 +103,25 @@ TEST(WindowsFiles, AFileInUseIsDenied) {
     testing::expectError([&] { files->remove(name); }, 70, name);
     CloseHandle(other);
     EXPECT_EQ(folder.bytes(u"used"), "x");
+}
+
+TEST(WindowsFiles, AFileThatIsHeldForAMomentIsWaitedFor) {
+    const testing::TempFolder folder;
+    const std::u16string name = folder.create(u"scanned", "\xFF\xFE");
+    const auto files = ports::systemEnvironment().files;
+    const auto whileHeld = [&name](const auto& call) {
+        const HANDLE held = CreateFileW(com::wide(name.c_str()), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        std::thread scanner([held] {
+            Sleep(300);
+            CloseHandle(held);
+        });
+        EXPECT_NO_THROW(call());
+        scanner.join();
+    };
+    whileHeld([&] { files->appendText(name, u"y"); });
+    EXPECT_EQ(files->readText(name), u"y");
+    whileHeld([&] { files->remove(name); });
+    EXPECT_TRUE(files->list(name).empty());
 }
 
 TEST(WindowsFiles, HiddenFilesAndShortNamesAreNotListed) {

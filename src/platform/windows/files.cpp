@@ -16,14 +16,44 @@
 namespace quill1xml::platform {
 namespace {
 
+/// Whether a failure passes by itself: another program holds the file, or the system is about to delete it.
+bool mayPass(DWORD code, const std::u16string& name, bool first) {
+    if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION) return true;
+    if (code != ERROR_ACCESS_DENIED) return false;
+    const DWORD attributes = GetFileAttributesW(com::wide(name.c_str()));
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
+    }
+    // What is not there may have gone just now; later on the folder is what refuses.
+    return first || GetLastError() != ERROR_FILE_NOT_FOUND;
+}
+
+/// Makes a file call that tells success, for about a second: scanners and indexers hold files for moments.
+template <class Call>
+bool insist(const std::u16string& name, Call call) {
+    constexpr DWORD pause = 50;  // milliseconds, as patience
+    constexpr DWORD patience = 1000;
+    for (DWORD waited = 0; !call(); waited += pause) {
+        const DWORD code = GetLastError();
+        if (waited == patience || !mayPass(code, name, waited == 0)) {
+            SetLastError(code);
+            return false;
+        }
+        Sleep(pause);
+    }
+    return true;
+}
+
 class File {
 public:
     /// Opens the file; others may read it meanwhile. Throws the Error of a file call.
-    File(Text name, DWORD access, DWORD share, DWORD disposition)
-        : name_(name),
-          handle_(CreateFileW(com::wide(name_.c_str()), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
-                              nullptr)) {
-        if (handle_ == INVALID_HANDLE_VALUE) throwLastError(name_);
+    File(Text name, DWORD access, DWORD share, DWORD disposition) : name_(name) {
+        const bool opened = insist(name_, [&] {
+            handle_ = CreateFileW(com::wide(name_.c_str()), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                                  nullptr);
+            return handle_ != INVALID_HANDLE_VALUE;
+        });
+        if (!opened) throwLastError(name_);
         existed_ = GetLastError() == ERROR_ALREADY_EXISTS;
     }
 
@@ -70,7 +100,7 @@ public:
 
 private:
     std::u16string name_;
-    HANDLE handle_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
     bool existed_ = false;
 };
 
@@ -131,7 +161,7 @@ public:
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
             SetFileAttributesW(com::wide(name.c_str()), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
         }
-        if (DeleteFileW(com::wide(name.c_str())) == 0) throwLastError(fileName);
+        if (!insist(name, [&name] { return DeleteFileW(com::wide(name.c_str())) != 0; })) throwLastError(fileName);
     }
 
     std::u16string fileOfUrl(Text url) const override {
