@@ -1,6 +1,9 @@
 #include "platform/ports.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
+#include "platform/windows/name_pattern.hpp"
+#include "platform/windows/xml_parsing.hpp"
+#include "quill1xml/text.hpp"
 #include "support/expect_error.hpp"
 #include "support/temp_folder.hpp"
 
@@ -132,6 +135,37 @@ TEST(WindowsFiles, HiddenFilesAndShortNamesAreNotListed) {
     SetFileAttributesW(com::wide(folder.create(u"d.tmp", "").c_str()), FILE_ATTRIBUTE_HIDDEN);
     const auto names = ports::systemEnvironment().files->list(folder.name(u"*.tmp"));
     EXPECT_EQ(names, (std::vector<std::u16string>{u"a.tmp", u"b.TMP"}));
+}
+
+TEST(WindowsFiles, PatternsAreTheSystemsOwn) {
+    const testing::TempFolder folder;
+    const std::vector<std::u16string> all = {u"IMG1.jpg", u"IMG1234.jpg", u"README", u"\u0424\u041E\u0422\u041E1.gif"};
+    for (const Text name : all) folder.create(name, "");
+    const auto files = ports::systemEnvironment().files;
+    EXPECT_EQ(files->list(folder.name(u"*.*")), all);
+    EXPECT_EQ(files->list(folder.name(u"\u0444\u043E\u0442\u043E*.gif")), std::vector{all[3]});
+
+    const struct {
+        const char16_t* name;
+        const char16_t* pattern;
+        bool matches;
+    } cases[] = {
+        {u"IMG1.jpg", u"img???.JPG", true},
+        {u"IMG1234.jpg", u"IMG???.jpg", false},
+        {u"readme", u"*.*", true},
+        {u"readme", u"readme.???", true},
+        {u"readme", u"readme.txt", false},
+        {u"c.tmpold", u"*.tmp", false},
+        {u"a.b.tmp", u"*.tmp", true},
+        {u"a.b", u"a?b", false},
+        {u"ab.b", u"*?b.b*", true},
+        {u"\u0424.gif", u"\u0444.gif", true},
+        {u"", u"*", true},
+        {u"a", u"", false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(platform::matchesPattern(c.name, c.pattern), c.matches) << toUtf8(c.name) << ' ' << toUtf8(c.pattern);
+    }
 }
 
 TEST(WindowsSystem, ATimeThatRoundsToMidnightIsLeftOut) {

@@ -3,10 +3,10 @@
 #include "platform/text_file.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
+#include "platform/windows/name_pattern.hpp"
 #include "platform/windows/parts.hpp"
 #include "platform/windows/url.hpp"
 #include "quill1xml/text.hpp"
-#include "text/wildcard.hpp"
 
 #include <algorithm>
 #include <cwchar>
@@ -117,6 +117,17 @@ bool isNormal(const WIN32_FIND_DATAW& entry) {
     return (entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) == 0;
 }
 
+template <std::size_t size>
+std::u16string nameOf(const wchar_t (&name)[size]) {
+    return std::u16string(com::asText(name, std::wcslen(name)));
+}
+
+/// The search also matches the short names that the system makes up, which nobody asked for.
+bool matchesShortNameAlone(const WIN32_FIND_DATAW& entry, Text pattern) {
+    return entry.cAlternateFileName[0] != L'\0' && matchesPattern(nameOf(entry.cAlternateFileName), pattern) &&
+           !matchesPattern(nameOf(entry.cFileName), pattern);
+}
+
 struct CloseSearch {
     void operator()(HANDLE search) const noexcept { FindClose(search); }
 };
@@ -138,6 +149,7 @@ public:
         if (search == INVALID_HANDLE_VALUE) {
             switch (GetLastError()) {
                 case ERROR_FILE_NOT_FOUND:
+                case ERROR_NO_MORE_FILES:
                 case ERROR_PATH_NOT_FOUND:
                 case ERROR_DIRECTORY:
                 case ERROR_INVALID_NAME: return names;
@@ -145,12 +157,11 @@ public:
             throwLastError(pattern);
         }
         const std::unique_ptr<void, CloseSearch> closing(search);
-        // The search also matches short names, which nobody asked for.
         const Text namePattern = pattern.substr(pattern.rfind(u'\\') + 1);
         do {
-            const Text name = com::asText(entry.cFileName, std::wcslen(entry.cFileName));
-            if (isNormal(entry) && matchesWildcard(name, namePattern, true)) names.emplace_back(name);
+            if (isNormal(entry) && !matchesShortNameAlone(entry, namePattern)) names.push_back(nameOf(entry.cFileName));
         } while (FindNextFileW(search, &entry) != 0);
+        if (GetLastError() != ERROR_NO_MORE_FILES) throwLastError(pattern);
         std::sort(names.begin(), names.end(), lessAsNames);
         return names;
     }
