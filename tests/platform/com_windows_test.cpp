@@ -1,5 +1,7 @@
 #include "platform/ports.hpp"
 #include "platform/windows/com_support.hpp"
+#include "platform/windows/create_object.hpp"
+#include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
 #include "platform/windows/name_pattern.hpp"
 #include "platform/windows/xml_parsing.hpp"
@@ -82,17 +84,41 @@ TEST(SystemErrors, BecomeTheNumbersThatHostsKnow) {
     EXPECT_NO_THROW(platform::check(S_FALSE));
 }
 
-TEST(SystemErrors, AnObjectExplainsItsFailureOnce) {
+void tellThread(Text description) {
     ComPtr<ICreateErrorInfo> creator;
     ASSERT_EQ(CreateErrorInfo(creator.put()), S_OK);
     creator->SetSource(Bstr(u"parser").get());
-    creator->SetDescription(Bstr(u"Too many angles").get());
+    creator->SetDescription(Bstr(description).get());
     SetErrorInfo(0, com::query<IErrorInfo>(creator.get(), IID_IErrorInfo).get());
+}
 
-    const Error told = platform::errorOf(E_FAIL);
-    EXPECT_EQ(told.source(), u"parser");
-    EXPECT_EQ(told.description(), u"Too many angles");
-    EXPECT_NE(platform::errorOf(E_FAIL).description(), u"Too many angles");
+TEST(SystemErrors, AnObjectExplainsItsOwnFailureOnce) {
+    const auto object =
+        platform::createObject<IXMLDOMDocument2>(platform::documentClass3, platform::iidXmlDomDocument2);
+    const auto told = [&object](REFIID interfaceId) {
+        return platform::errorOf(E_FAIL, object.get(), interfaceId).description();
+    };
+    tellThread(u"Too many angles.\r\n");
+    EXPECT_EQ(told(platform::iidXmlDomDocument2), u"Too many angles");
+    EXPECT_NE(told(platform::iidXmlDomDocument2), u"Too many angles");
+    // Of another interface, or of another object: neither believed nor left for later.
+    tellThread(u"Old");
+    EXPECT_NE(told(IID_IPersistStream), u"Old");
+    EXPECT_NE(told(platform::iidXmlDomDocument2), u"Old");
+    tellThread(u"Old");
+    EXPECT_NE(platform::errorOf(E_FAIL).description(), u"Old");
+    EXPECT_NE(told(platform::iidXmlDomDocument2), u"Old");
+}
+
+TEST(SystemErrors, WordsStandInASentenceWithTheirCode) {
+    EXPECT_EQ(platform::systemText(static_cast<HRESULT>(0x800C0019)),
+              u"The certificate of the server is not valid or not trusted (0x800C0019)");
+    EXPECT_EQ(platform::systemText(static_cast<HRESULT>(0x800C0005)),
+              u"The server or its proxy was not found, or refuses connections (0x800C0005)");
+    EXPECT_EQ(platform::systemText(static_cast<HRESULT>(0x8ABC1234)), u"Automation error (0x8ABC1234)");
+    const std::u16string text = platform::systemText(E_ACCESSDENIED);
+    EXPECT_TRUE(text.ends_with(u" (0x80070005)")) << toUtf8(text);
+    EXPECT_EQ(text.find_first_of(u".\r\n"), Text::npos) << toUtf8(text);
 }
 
 TEST(WindowsFiles, AFileInUseIsDenied) {

@@ -7,49 +7,61 @@
 namespace quill1xml::platform {
 namespace {
 
-void setHeader(IXMLHTTPRequest* request, Text name, Text value) {
-    check(request->setRequestHeader(com::Bstr(name).get(), com::Bstr(value).get()));
-}
-
-HttpReply replyOf(IXMLHTTPRequest* request) {
-    HttpReply reply;
-    long status = 0;
-    check(request->get_status(&status));
-    reply.status = static_cast<int>(status);
-    com::Bstr contentType;
-    // A reply without that header is no failure.
-    if (SUCCEEDED(request->getResponseHeader(com::Bstr(u"Content-Type").get(), contentType.put()))) {
-        reply.contentType = toUtf8(contentType.text());
+/// One exchange with a server.
+class Request {
+public:
+    Request(Text method, Text url) : target_(url) {
+        // Without them the object would ask the user for the password that a server asks for.
+        const bool known = !target_.authorization.empty();
+        check(object_->open(com::Bstr(method).get(), com::Bstr(target_.url).get(), com::Variant(false).get(),
+                            (known ? com::Variant(Text(target_.user)) : com::Variant()).get(),
+                            (known ? com::Variant(Text(target_.password)) : com::Variant()).get()));
+        if (known) setHeader(u"Authorization", target_.authorization);
     }
-    com::Variant bytes;
-    check(request->get_responseBody(bytes.put()));
-    reply.body = bytes.bytes();
-    return reply;
-}
 
-HttpReply exchange(Text method, Text url, Text contentType, const com::Variant& body) {
-    const HttpTarget target(url);
-    const auto request = createObject<IXMLHTTPRequest>(u"MSXML2.XMLHTTP", iidXmlHttpRequest);
-    try {
-        check(request->open(com::Bstr(method).get(), com::Bstr(target.url).get(), com::Variant(false).get(),
-                            com::Variant().get(), com::Variant().get()));
-        if (!contentType.empty()) setHeader(request.get(), u"Content-Type", contentType);
-        if (!target.authorization.empty()) setHeader(request.get(), u"Authorization", target.authorization);
-        check(request->send(body.get()));
-        return replyOf(request.get());
-    } catch (const Error& error) {
-        throw runtimeError(RuntimeError::automationError, target.host + u": " + error.description());
+    void setHeader(Text name, Text value) {
+        check(object_->setRequestHeader(com::Bstr(name).get(), com::Bstr(value).get()));
     }
-}
+
+    HttpReply send(const com::Variant& body) {
+        check(object_->send(body.get()));
+        HttpReply reply;
+        long status = 0;
+        check(object_->get_status(&status));
+        reply.status = static_cast<int>(status);
+        com::Bstr contentType;
+        // A reply without that header is no failure.
+        if (SUCCEEDED(object_->getResponseHeader(com::Bstr(u"Content-Type").get(), contentType.put()))) {
+            reply.contentType = toUtf8(contentType.text());
+        }
+        com::Variant bytes;
+        check(object_->get_responseBody(bytes.put()));
+        reply.body = bytes.bytes();
+        return reply;
+    }
+
+private:
+    void check(HRESULT result) const { platform::check(result, object_, target_.host); }
+
+    HttpTarget target_;
+    com::ComPtr<IXMLHTTPRequest> object_ = createObject<IXMLHTTPRequest>(u"MSXML2.XMLHTTP", iidXmlHttpRequest);
+};
 
 class WindowsHttp final : public Http {
 public:
     HttpReply post(Text url, std::string_view contentType, std::string_view body) override {
+        Request request(u"POST", url);
+        request.setHeader(u"Content-Type", toUtf16(contentType));
         // The object would convert text to UTF-8; bytes go as they are.
-        return exchange(u"POST", url, toUtf16(contentType), com::Variant::ofBytes(std::as_bytes(std::span(body))));
+        return request.send(com::Variant::ofBytes(std::as_bytes(std::span(body))));
     }
 
-    HttpReply get(Text url) override { return exchange(u"GET", url, {}, com::Variant()); }
+    HttpReply get(Text url) override {
+        Request request(u"GET", url);
+        // The object would answer from the cache that the user's browser shares.
+        request.setHeader(u"If-Modified-Since", u"Sat, 01 Jan 2000 00:00:00 GMT");
+        return request.send(com::Variant());
+    }
 };
 
 }  // namespace

@@ -18,12 +18,12 @@ void setProperty(IXMLDOMDocument2* document, Text name, const com::Variant& valu
 /// An empty document that will not reach out while it loads.
 com::ComPtr<IXMLDOMDocument2> newDocument(const char16_t* documentClass, const MsxmlSchema* schema) {
     auto document = createObject<IXMLDOMDocument2>(documentClass, iidXmlDomDocument2);
-    check(document->put_async(VARIANT_FALSE));
-    check(document->put_validateOnParse(VARIANT_FALSE));
-    check(document->put_resolveExternals(VARIANT_FALSE));
+    check(document->put_async(VARIANT_FALSE), document);
+    check(document->put_validateOnParse(VARIANT_FALSE), document);
+    check(document->put_resolveExternals(VARIANT_FALSE), document);
     setProperty(document.get(), u"ProhibitDTD", com::Variant(true));
     setProperty(document.get(), u"MaxElementDepth", com::Variant(maximumDepth));
-    if (schema != nullptr) check(document->putref_schemas(com::Variant(schema->collection.get()).get()));
+    if (schema != nullptr) check(document->putref_schemas(com::Variant(schema->collection.get()).get()), document);
     return document;
 }
 
@@ -41,10 +41,10 @@ template <class Load>
 com::ComPtr<IXMLDOMDocument2> loaded(com::ComPtr<IXMLDOMDocument2> document, ParseError& error, Load load) {
     error = {};
     VARIANT_BOOL success = VARIANT_FALSE;
-    check(load(document.get(), &success));
+    check(load(document.get(), &success), document);
     if (success != VARIANT_FALSE) return document;
     com::ComPtr<IXMLDOMParseError> source;
-    check(document->get_parseError(source.put()));
+    check(document->get_parseError(source.put()), document);
     error = parseErrorOf(source.get());
     if (!error) error.code = E_FAIL;
     return nullptr;
