@@ -5,6 +5,15 @@
 namespace quill1xml::platform {
 namespace {
 
+/// The text of an attribute whose value is not text, as under a schema that gives it a type.
+std::u16string typedAttribute(IXMLDOMElement* element, const com::Bstr& name) {
+    com::ComPtr<IXMLDOMAttribute> attribute;
+    com::Bstr text;
+    check(element->getAttributeNode(name.get(), attribute.put()), element);
+    if (attribute) check(attribute->get_text(text.put()), static_cast<IXMLDOMNode*>(attribute.get()));
+    return std::u16string(text.text());
+}
+
 /// The default namespace that an element declares, for versions that do not list it among the attributes.
 std::optional<std::u16string> unlistedNamespace(IXMLDOMElement* element) {
     com::ComPtr<IXMLDOMNode> parent;
@@ -32,10 +41,15 @@ public:
     Long line() const override { return 0; }
 
     std::optional<std::u16string> attribute(Text name) const override {
+        const com::Bstr wanted(name);
         com::Variant value;
-        check(element_->getAttribute(com::Bstr(name).get(), value.put()), element_);
-        if (value->vt != VT_BSTR) return name == u"xmlns" ? unlistedNamespace(element_.get()) : std::nullopt;
-        return std::u16string(com::asText(value->bstrVal, SysStringLen(value->bstrVal)));
+        check(element_->getAttribute(wanted.get(), value.put()), element_);
+        switch (value->vt) {
+            case VT_BSTR: return std::u16string(com::asText(value->bstrVal, SysStringLen(value->bstrVal)));
+            case VT_NULL:
+            case VT_EMPTY: return name == u"xmlns" ? unlistedNamespace(element_.get()) : std::nullopt;
+            default: return typedAttribute(element_.get(), wanted);
+        }
     }
 
     std::vector<std::shared_ptr<Element>> children(Text name) const override {

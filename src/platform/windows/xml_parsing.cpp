@@ -2,6 +2,9 @@
 
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/document_type.hpp"
+#include "platform/windows/source_text.hpp"
+
+#include <algorithm>
 
 namespace quill1xml::platform {
 namespace {
@@ -70,7 +73,9 @@ ParseError parseErrorOf(IXMLDOMParseError* source) {
     error.linePosition = number(&IXMLDOMParseError::get_linepos);
     error.reason = text(&IXMLDOMParseError::get_reason);
     error.reason.erase(error.reason.find_last_not_of(u" \r\n") + 1);
-    error.sourceText = text(&IXMLDOMParseError::get_srcText);
+    // Positions count from 1.
+    const auto offset = static_cast<std::size_t>(std::max<Long>(error.linePosition, 1) - 1);
+    error.sourceText = excerpt(text(&IXMLDOMParseError::get_srcText), offset);
     error.url = text(&IXMLDOMParseError::get_url);
     if (error && error.reason.empty()) error.reason = errorOf(error.code).description();
     return error;
