@@ -37,20 +37,15 @@ TEST(DomNodes, ElementsOfAnyVersionAreTakenAndNothingElse) {
     expectError([] { wrapNode(nullptr); }, 13, u"");
 }
 
-TEST(DomNodes, ADocumentIsHandedOutAsItsObject) {
-    ParseError error;
-    const auto document = systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error);
-    ASSERT_TRUE(document);
-    EXPECT_TRUE(com::query<IXMLDOMDocument2>(documentDispatch(*document), iidXmlDomDocument2));
-}
-
 TEST(DomNodes, AThreadWithoutComIsTold) {
     std::thread([] {
         ParseError error;
         expectError([&] { systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error); }, CO_E_NOTINITIALIZED,
                     u"has not initialised COM");
     }).join();
-    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u"Quill1XML.NoSuchClass");
+    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429,
+                u"Quill1XML.NoSuchClass: ");
+    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u" (0x800401F3)");
 }
 
 TEST(DocumentType, DeclarationsAreFoundInAnyEncoding) {
@@ -104,7 +99,7 @@ TEST(EncodedXml, WhatAnEncodingLacksBecomesAReference) {
     for (const auto& c : cases) {
         EXPECT_EQ(encodeXml(u"\u00E9\u20AC\U0001F4A1", c.encoding), c.expected) << utf8(c.encoding);
     }
-    const std::pair<const char16_t*, std::string> eastern[] = {{u"Shift_JIS", "\x93\xFA\x96{&#128161;"},
+    const std::pair<const char16_t*, const char*> eastern[] = {{u"Shift_JIS", "\x93\xFA\x96{&#128161;"},
                                                                {u"GB2312", "\xC8\xD5\xB1\xBE&#128161;"},
                                                                {u"Big5", "\xA4\xE9\xA5\xBB&#128161;"},
                                                                {u"EUC-KR", "\xEC\xED\xDC\xE2&#128161;"}};
@@ -121,15 +116,10 @@ TEST(Excerpts, AreShortAndNameTheValueTheyStartIn) {
     const auto around = [](const std::u16string& before, const std::u16string& after) {
         return excerpt(before + after, before.size());
     };
-    EXPECT_EQ(around(u"<a>", u"</b>"), u"<a></b>");
     EXPECT_EQ(around(filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
-    EXPECT_EQ(around(filler, u"|"), filler.substr(0, 199) + u"|");
-    EXPECT_EQ(excerpt(filler, 1000), filler.substr(0, 200));
     EXPECT_EQ(around(u"<e u='\"' Password=\"" + filler, u"|" + filler),
               u"Password=\"" + filler.substr(0, 100) + u"|" + filler.substr(0, 99));
     EXPECT_EQ(around(u"<e u='1'>isn't" + filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
-    // A pair is not cut in two.
-    EXPECT_EQ(around(filler + u"\U0001F4A1" + filler.substr(0, 99), u"|" + filler).front(), u'x');
 }
 
 }  // namespace

@@ -30,10 +30,11 @@ public:
         check(object_->get_status(&status));
         reply.status = static_cast<int>(status);
         com::Bstr contentType;
-        // A reply without that header is no failure.
-        if (SUCCEEDED(object_->getResponseHeader(com::Bstr(u"Content-Type").get(), contentType.put()))) {
-            reply.contentType = toUtf8(contentType.text());
+        // A reply without that header is no failure, and what is told about it must not explain a later one.
+        if (FAILED(object_->getResponseHeader(com::Bstr(u"Content-Type").get(), contentType.put()))) {
+            SetErrorInfo(0, nullptr);
         }
+        reply.contentType = toUtf8(contentType.text());
         com::Variant bytes;
         check(object_->get_responseBody(bytes.put()));
         reply.body = bytes.bytes();
