@@ -59,7 +59,8 @@ private:
         const auto complete = [this] {
             const std::size_t head = request_.find("\r\n\r\n");
             const std::size_t length = request_.find("Content-Length: ");
-            return head != std::string::npos && request_.size() >= head + 4 + std::stoul(request_.substr(length + 16));
+            const std::size_t body = length == std::string::npos ? 0 : std::stoul(request_.substr(length + 16));
+            return head != std::string::npos && request_.size() >= head + 4 + body;
         };
         int count = 0;
         while (!complete() && (count = recv(connection, buffer, sizeof buffer, 0)) > 0) {
@@ -88,7 +89,14 @@ TEST(WindowsHttp, BytesAndHeadersGoAsTheyAre) {
     const std::string& request = server.request();
     EXPECT_THAT(request, AllOf(StartsWith("POST /x?y=z HTTP/1.1\r\n"), HasSubstr("Content-Type: text/xml\r\n"),
                                HasSubstr("Authorization: Basic dXNAZXI6cGFzcw==\r\n")));
+    EXPECT_EQ(request.find("Authorization"), request.rfind("Authorization"));
     EXPECT_TRUE(request.ends_with("\r\n\r\n" + body));
+}
+
+TEST(WindowsHttp, FetchingAsksForAFreshAnswer) {
+    OneReply server("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n<a/>");
+    EXPECT_EQ(systemEnvironment().http->get(u"http://" + server.address()).body, "<a/>");
+    EXPECT_THAT(server.request(), HasSubstr("If-Modified-Since: Sat, 01 Jan 2000 00:00:00 GMT\r\n"));
 }
 
 TEST(WindowsHttp, FailuresNameTheHostAndNoSecret) {
@@ -97,7 +105,7 @@ TEST(WindowsHttp, FailuresNameTheHostAndNoSecret) {
         const bool reaches = url.starts_with(u"http");
         const auto error = testing::errorOf([&] { http->post(url, "text/xml", "<a/>"); });
         ASSERT_TRUE(error);
-        EXPECT_EQ(error->number(), reaches ? 440 : 5);
+        EXPECT_EQ(reaches ? HRESULT_FACILITY(error->number()) : error->number(), reaches ? FACILITY_INTERNET : 5);
         EXPECT_EQ(error->description().find(u"127.0.0.1") != std::u16string::npos, reaches) << error->what();
         EXPECT_EQ(error->description().find(u"secret"), std::u16string::npos) << error->what();
     }
@@ -108,17 +116,19 @@ TEST(HttpTarget, CredentialsLeaveTheUrl) {
         const char16_t* given;
         const char16_t* url;
         const char16_t* host;
+        const char16_t* credentials;
         const char16_t* authorization;
     } cases[] = {
-        {u"http://host", u"http://host", u"host", u""},
-        {u"HTTPS://host:8080/a@b?c=@d", u"HTTPS://host:8080/a@b?c=@d", u"host", u""},
-        {u"http://user@host?q", u"http://host?q", u"host", u"Basic dXNlcjo="},
-        {u"http://u:p@ss%3A%C3%A9%@[::1]:80/", u"http://[::1]:80/", u"[::1]", u"Basic dTpwQHNzOsOpJQ=="},
+        {u"HTTPS://host:8080/a@b?c=@d", u"HTTPS://host:8080/a@b?c=@d", u"host", u" ", u""},
+        {u"http://user@host?q", u"http://host?q", u"host", u"user ", u"Basic dXNlcjo="},
+        {u"http://u:p@ss%3A%C3%A9%@[::1]:80/", u"http://[::1]:80/", u"[::1]", u"u p@ss:\u00E9%",
+         u"Basic dTpwQHNzOsOpJQ=="},
     };
     for (const auto& c : cases) {
         const HttpTarget target(c.given);
         EXPECT_EQ(target.url, c.url) << utf8(c.given);
         EXPECT_EQ(target.host, c.host) << utf8(c.given);
+        EXPECT_EQ(target.user + u" " + target.password, c.credentials) << utf8(c.given);
         EXPECT_EQ(target.authorization, c.authorization) << utf8(c.given);
     }
 }

@@ -1,6 +1,7 @@
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/document_type.hpp"
 #include "platform/windows/dom.hpp"
+#include "platform/windows/source_text.hpp"
 #include "platform/windows/text_encoding.hpp"
 #include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
@@ -36,20 +37,15 @@ TEST(DomNodes, ElementsOfAnyVersionAreTakenAndNothingElse) {
     expectError([] { wrapNode(nullptr); }, 13, u"");
 }
 
-TEST(DomNodes, ADocumentIsHandedOutAsItsObject) {
-    ParseError error;
-    const auto document = systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error);
-    ASSERT_TRUE(document);
-    EXPECT_TRUE(com::query<IXMLDOMDocument2>(documentDispatch(*document), iidXmlDomDocument2));
-}
-
 TEST(DomNodes, AThreadWithoutComIsTold) {
     std::thread([] {
         ParseError error;
         expectError([&] { systemEnvironment().xml->parse({{u"<a/>"}}, nullptr, error); }, CO_E_NOTINITIALIZED,
                     u"has not initialised COM");
     }).join();
-    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u"Quill1XML.NoSuchClass");
+    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429,
+                u"Quill1XML.NoSuchClass: ");
+    expectError([] { createObject<IUnknown>(u"Quill1XML.NoSuchClass", IID_IUnknown); }, 429, u" (0x800401F3)");
 }
 
 TEST(DocumentType, DeclarationsAreFoundInAnyEncoding) {
@@ -103,9 +99,27 @@ TEST(EncodedXml, WhatAnEncodingLacksBecomesAReference) {
     for (const auto& c : cases) {
         EXPECT_EQ(encodeXml(u"\u00E9\u20AC\U0001F4A1", c.encoding), c.expected) << utf8(c.encoding);
     }
+    const std::pair<const char16_t*, const char*> eastern[] = {{u"Shift_JIS", "\x93\xFA\x96{&#128161;"},
+                                                               {u"GB2312", "\xC8\xD5\xB1\xBE&#128161;"},
+                                                               {u"Big5", "\xA4\xE9\xA5\xBB&#128161;"},
+                                                               {u"EUC-KR", "\xEC\xED\xDC\xE2&#128161;"}};
+    for (const auto& [encoding, bytes] : eastern) {
+        EXPECT_EQ(encodeXml(u"\u65E5\u672C\U0001F4A1", encoding), bytes) << utf8(encoding);
+    }
     for (const char16_t* const unknown : {u"klingon", u"windows-932", u"windows-", u"windows-1", u"iso-8859-1x"}) {
         expectError([&] { encodeXml(u"a", unknown); }, 440, unknown);
     }
+}
+
+TEST(Excerpts, AreShortAndNameTheValueTheyStartIn) {
+    const std::u16string filler(300, u'x');
+    const auto around = [](const std::u16string& before, const std::u16string& after) {
+        return excerpt(before + after, before.size());
+    };
+    EXPECT_EQ(around(filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
+    EXPECT_EQ(around(u"<e u='\"' Password=\"" + filler, u"|" + filler),
+              u"Password=\"" + filler.substr(0, 100) + u"|" + filler.substr(0, 99));
+    EXPECT_EQ(around(u"<e u='1'>isn't" + filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
 }
 
 }  // namespace

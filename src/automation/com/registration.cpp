@@ -7,8 +7,8 @@
 
 #include <objbase.h>
 
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace quill1xml::automation {
 namespace {
@@ -43,37 +43,54 @@ std::wstring versionedProgramId(const Identity& identity) {
     return programId(identity) + L'.' + std::to_wstring(libraryMajor);
 }
 
+/// Where the event log looks up who may write to it; both bitnesses see the same key.
+constexpr const wchar_t* eventSourceKey = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\Quill1XML";
+
 class Writer {
 public:
     explicit Writer(HKEY scope) : scope_(scope) {}
 
     /// Sets a value, the key's own where the name is null.
     void set(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-        const LSTATUS status = RegSetKeyValueW(scope_, key.c_str(), name, REG_SZ, text.c_str(),
-                                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-        if (status != ERROR_SUCCESS && SUCCEEDED(result_)) result_ = HRESULT_FROM_WIN32(status);
+        set(key, name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+    }
+
+    void setNumber(const std::wstring& key, const wchar_t* name, DWORD number) {
+        set(key, name, REG_DWORD, &number, sizeof number);
     }
 
     void remove(const std::wstring& key) {
         const LSTATUS status = RegDeleteTreeW(scope_, key.c_str());
-        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND && SUCCEEDED(result_)) {
-            result_ = HRESULT_FROM_WIN32(status);
-        }
+        if (status != ERROR_FILE_NOT_FOUND) note(status);
     }
 
     /// Removes a key that has nothing below it.
     void removeEmpty(const std::wstring& key) const { RegDeleteKeyW(scope_, key.c_str()); }
 
-    bool exists(const std::wstring& key) const {
-        HKEY opened = nullptr;
-        if (RegOpenKeyExW(scope_, key.c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) return false;
-        RegCloseKey(opened);
-        return true;
+    /// A key's own value; nothing when there is none.
+    std::optional<std::wstring> text(const std::wstring& key) const {
+        DWORD bytes = 0;
+        if (RegGetValueW(scope_, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &bytes) != ERROR_SUCCESS) {
+            return std::nullopt;
+        }
+        std::wstring value(bytes / sizeof(wchar_t), L'\0');
+        if (RegGetValueW(scope_, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS) {
+            return std::nullopt;
+        }
+        return value.c_str();
     }
 
     HRESULT result() const { return result_; }
 
 private:
+    void set(const std::wstring& key, const wchar_t* name, DWORD type, const void* data, std::size_t bytes) {
+        note(RegSetKeyValueW(scope_, key.c_str(), name, type, data, static_cast<DWORD>(bytes)));
+    }
+
+    void note(LSTATUS status) {
+        if (status != ERROR_SUCCESS && SUCCEEDED(result_)) result_ = HRESULT_FROM_WIN32(status);
+    }
+
     HKEY scope_;
     HRESULT result_ = S_OK;
 };
@@ -107,6 +124,12 @@ void setClass(Writer& registry, const Identity& identity, const std::wstring& fi
     if (!identity.events.empty()) setInterface(registry, identity.events, L'_' + wide(identity.className) + L"Events");
 }
 
+/// Lets the event log show our entries through the messages in a file. Without it each begins with a complaint.
+void setEventSource(Writer& registry, const std::wstring& file) {
+    registry.set(eventSourceKey, L"EventMessageFile", file);
+    registry.setNumber(eventSourceKey, L"TypesSupported", EVENTLOG_ERROR_TYPE);
+}
+
 }  // namespace
 
 HRESULT registerServer(HKEY scope) {
@@ -117,6 +140,8 @@ HRESULT registerServer(HKEY scope) {
     registry.set(libraryVersionKey() + ownPlatform, nullptr, file);
     registry.set(libraryVersionKey() + L"\\FLAGS", nullptr, L"0");
     registry.set(libraryVersionKey() + L"\\HELPDIR", nullptr, file.substr(0, file.rfind(L'\\')));
+    // Sources of events are the machine's: a user has none of his own.
+    if (scope == HKEY_LOCAL_MACHINE) setEventSource(registry, file);
     return registry.result();
 }
 
@@ -128,7 +153,11 @@ HRESULT unregisterServer(HKEY scope) {
         if (!identity.events.empty()) registry.remove(interfaceKey(identity.events));
     }
     registry.remove(libraryVersionKey() + ownPlatform);
-    if (registry.exists(libraryVersionKey() + otherPlatform)) return registry.result();
+    if (const auto otherFile = registry.text(libraryVersionKey() + otherPlatform)) {
+        if (scope == HKEY_LOCAL_MACHINE) setEventSource(registry, *otherFile);
+        return registry.result();
+    }
+    if (scope == HKEY_LOCAL_MACHINE) registry.remove(eventSourceKey);
     for (const Identity& identity : identities) {
         registry.remove(classesKey + versionedProgramId(identity));
         registry.remove(classesKey + programId(identity));

@@ -7,7 +7,7 @@
 namespace quill1xml::platform {
 
 /// A new object of an in-process class. The thread must have initialised COM; the Error says so when it has not.
-/// Error 429 when the class is missing.
+/// Error 429, with the system's own reason, when the object cannot be had.
 template <class Interface>
 com::ComPtr<Interface> createObject(const char16_t* className, REFIID id) {
     CLSID classId;
@@ -19,7 +19,9 @@ com::ComPtr<Interface> createObject(const char16_t* className, REFIID id) {
     if (result == CO_E_NOTINITIALIZED) {
         throw Error(result, u"Quill1XML", std::u16string(className) + u": the thread has not initialised COM");
     }
-    if (FAILED(result)) throw runtimeError(RuntimeError::cannotCreateObject, className);
+    if (FAILED(result)) {
+        throw runtimeError(RuntimeError::cannotCreateObject, std::u16string(className) + u": " + systemText(result));
+    }
     return object;
 }
 

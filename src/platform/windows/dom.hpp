@@ -3,6 +3,7 @@
 
 #include "platform/ports.hpp"
 #include "platform/windows/com_support.hpp"
+#include "platform/windows/errors.hpp"
 
 #include <msxml2.h>
 
@@ -18,6 +19,17 @@ inline constexpr IID iidXmlDomDocument2 = {
 inline constexpr IID iidXmlDomSchemaCollection = {
     0x373984C8, 0xB845, 0x449B, {0x91, 0xE7, 0x45, 0xAC, 0x83, 0x03, 0x6A, 0xDE}};
 inline constexpr IID iidXmlHttpRequest = {0xED8C108D, 0x4349, 0x11D2, {0x91, 0xA4, 0x00, 0xC0, 0x4F, 0x79, 0x69, 0xE8}};
+
+template <>
+inline constexpr IID interfaceId<IXMLDOMNode> = iidXmlDomNode;
+template <>
+inline constexpr IID interfaceId<IXMLDOMElement> = iidXmlDomElement;
+template <>
+inline constexpr IID interfaceId<IXMLDOMDocument2> = iidXmlDomDocument2;
+template <>
+inline constexpr IID interfaceId<IXMLDOMSchemaCollection> = iidXmlDomSchemaCollection;
+template <>
+inline constexpr IID interfaceId<IXMLHTTPRequest> = iidXmlHttpRequest;
 
 /// The element of a node that a host passed; a node of any version of MSXML will do. Takes a count of its own.
 /// Error 13 when the object is null or not an element.

@@ -3,10 +3,10 @@
 #include "platform/text_file.hpp"
 #include "platform/windows/com_support.hpp"
 #include "platform/windows/errors.hpp"
+#include "platform/windows/name_pattern.hpp"
 #include "platform/windows/parts.hpp"
 #include "platform/windows/url.hpp"
 #include "quill1xml/text.hpp"
-#include "text/wildcard.hpp"
 
 #include <algorithm>
 #include <cwchar>
@@ -16,14 +16,44 @@
 namespace quill1xml::platform {
 namespace {
 
+/// Whether a failure passes by itself: another program holds the file, or the system is about to delete it.
+bool mayPass(DWORD code, const std::u16string& name, bool first) {
+    if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION) return true;
+    if (code != ERROR_ACCESS_DENIED) return false;
+    const DWORD attributes = GetFileAttributesW(com::wide(name.c_str()));
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
+    }
+    // What is not there may have gone just now; later on the folder is what refuses.
+    return first || GetLastError() != ERROR_FILE_NOT_FOUND;
+}
+
+/// Makes a file call that tells success, for about a second: scanners and indexers hold files for moments.
+template <class Call>
+bool insist(const std::u16string& name, Call call) {
+    constexpr DWORD pause = 50;  // milliseconds, as patience
+    constexpr DWORD patience = 1000;
+    for (DWORD waited = 0; !call(); waited += pause) {
+        const DWORD code = GetLastError();
+        if (waited == patience || !mayPass(code, name, waited == 0)) {
+            SetLastError(code);
+            return false;
+        }
+        Sleep(pause);
+    }
+    return true;
+}
+
 class File {
 public:
     /// Opens the file; others may read it meanwhile. Throws the Error of a file call.
-    File(Text name, DWORD access, DWORD share, DWORD disposition)
-        : name_(name),
-          handle_(CreateFileW(com::wide(name_.c_str()), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
-                              nullptr)) {
-        if (handle_ == INVALID_HANDLE_VALUE) throwLastError(name_);
+    File(Text name, DWORD access, DWORD share, DWORD disposition) : name_(name) {
+        const bool opened = insist(name_, [&] {
+            handle_ = CreateFileW(com::wide(name_.c_str()), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                                  nullptr);
+            return handle_ != INVALID_HANDLE_VALUE;
+        });
+        if (!opened) throwLastError(name_);
         existed_ = GetLastError() == ERROR_ALREADY_EXISTS;
     }
 
@@ -70,7 +100,7 @@ public:
 
 private:
     std::u16string name_;
-    HANDLE handle_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
     bool existed_ = false;
 };
 
@@ -85,6 +115,17 @@ bool lessAsNames(const std::u16string& a, const std::u16string& b) {
 
 bool isNormal(const WIN32_FIND_DATAW& entry) {
     return (entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) == 0;
+}
+
+template <std::size_t size>
+std::u16string nameOf(const wchar_t (&name)[size]) {
+    return std::u16string(com::asText(name, std::wcslen(name)));
+}
+
+/// The search also matches the short names that the system makes up, which nobody asked for.
+bool matchesShortNameAlone(const WIN32_FIND_DATAW& entry, Text pattern) {
+    return entry.cAlternateFileName[0] != L'\0' && matchesPattern(nameOf(entry.cAlternateFileName), pattern) &&
+           !matchesPattern(nameOf(entry.cFileName), pattern);
 }
 
 struct CloseSearch {
@@ -108,6 +149,7 @@ public:
         if (search == INVALID_HANDLE_VALUE) {
             switch (GetLastError()) {
                 case ERROR_FILE_NOT_FOUND:
+                case ERROR_NO_MORE_FILES:
                 case ERROR_PATH_NOT_FOUND:
                 case ERROR_DIRECTORY:
                 case ERROR_INVALID_NAME: return names;
@@ -115,12 +157,11 @@ public:
             throwLastError(pattern);
         }
         const std::unique_ptr<void, CloseSearch> closing(search);
-        // The search also matches short names, which nobody asked for.
         const Text namePattern = pattern.substr(pattern.rfind(u'\\') + 1);
         do {
-            const Text name = com::asText(entry.cFileName, std::wcslen(entry.cFileName));
-            if (isNormal(entry) && matchesWildcard(name, namePattern, true)) names.emplace_back(name);
+            if (isNormal(entry) && !matchesShortNameAlone(entry, namePattern)) names.push_back(nameOf(entry.cFileName));
         } while (FindNextFileW(search, &entry) != 0);
+        if (GetLastError() != ERROR_NO_MORE_FILES) throwLastError(pattern);
         std::sort(names.begin(), names.end(), lessAsNames);
         return names;
     }
@@ -131,7 +172,7 @@ public:
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
             SetFileAttributesW(com::wide(name.c_str()), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
         }
-        if (DeleteFileW(com::wide(name.c_str())) == 0) throwLastError(fileName);
+        if (!insist(name, [&name] { return DeleteFileW(com::wide(name.c_str())) != 0; })) throwLastError(fileName);
     }
 
     std::u16string fileOfUrl(Text url) const override {

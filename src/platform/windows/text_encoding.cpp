@@ -22,14 +22,20 @@ UINT codePageNamed(Text encoding) {
         UINT base;  // the code page less the number that follows the prefix
     } families[] = {{"iso-8859-", 28590}, {"windows-12", 1200}};
     const std::string name = lowerCase(encoding);
-    if (name == "us-ascii") return 20127;
+    constexpr struct {
+        std::string_view name;
+        UINT codePage;
+    } others[] = {{"us-ascii", 20127}, {"shift_jis", 932}, {"gb2312", 936}, {"big5", 950}, {"euc-kr", 949}};
+    CPINFO info;
+    for (const auto& other : others) {
+        if (name == other.name && GetCPInfo(other.codePage, &info) != 0) return other.codePage;
+    }
     for (const auto& family : families) {
         UINT number = 0;
         const char* const end = name.data() + name.size();
         if (!name.starts_with(family.prefix)) continue;
         const auto parsed = std::from_chars(name.data() + family.prefix.size(), end, number);
         if (parsed.ec != std::errc() || parsed.ptr != end) continue;
-        CPINFO info;
         if (GetCPInfo(family.base + number, &info) != 0 && info.MaxCharSize == 1) return family.base + number;
     }
     throw runtimeError(RuntimeError::automationError,
@@ -41,13 +47,13 @@ std::string inCodePage(Text text, UINT codePage) {
     while (!text.empty()) {
         const bool pair = text.size() > 1 && text[0] >= 0xD800 && text[0] < 0xDC00;
         const Text character = text.substr(0, pair ? 2 : 1);
-        char byte = 0;
+        char encoded[4];
         BOOL lacking = FALSE;
         const int length = pair ? 0
                                 : WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, com::wide(character.data()), 1,
-                                                      &byte, 1, nullptr, &lacking);
-        if (length == 1 && lacking == FALSE) {
-            bytes.push_back(byte);
+                                                      encoded, sizeof encoded, nullptr, &lacking);
+        if (length > 0 && lacking == FALSE) {
+            bytes.append(encoded, static_cast<std::size_t>(length));
         } else {
             const unsigned code = pair ? 0x10000u + ((text[0] - 0xD800u) << 10) + (text[1] - 0xDC00u) : text[0];
             bytes.append("&#").append(std::to_string(code)).append(";");

@@ -15,10 +15,8 @@
 namespace quill1xml::platform {
 namespace {
 
-std::u16string authorizationOf(Text credentials) {
-    const std::size_t colon = credentials.find(u':');
-    const std::string password = colon == Text::npos ? "" : percentDecoded(credentials.substr(colon + 1));
-    const std::string plain = percentDecoded(credentials.substr(0, colon)) + ":" + password;
+std::u16string basicAuthorization(const std::string& user, const std::string& password) {
+    const std::string plain = user + ":" + password;
     std::u16string header = u"Basic ";
     appendBase64(header, Bytes(plain.begin(), plain.end()));
     return header;
@@ -44,7 +42,13 @@ HttpTarget::HttpTarget(Text text) : url(text) {
     const Text authority = text.substr(start, text.find_first_of(u"/?#", start) - start);
     const std::size_t at = authority.rfind(u'@');
     if (at != Text::npos) {
-        authorization = authorizationOf(authority.substr(0, at));
+        const Text credentials = authority.substr(0, at);
+        const std::size_t colon = credentials.find(u':');
+        const std::string name = percentDecoded(credentials.substr(0, colon));
+        const std::string secret = colon == Text::npos ? "" : percentDecoded(credentials.substr(colon + 1));
+        user = toUtf16(name);
+        password = toUtf16(secret);
+        authorization = basicAuthorization(name, secret);
         url.erase(start, at + 1);
     }
     const Text hostAndPort = authority.substr(at + 1);

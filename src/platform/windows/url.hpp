@@ -15,8 +15,10 @@ struct HttpTarget {
     /// Throws error 5 for any other URL.
     explicit HttpTarget(Text url);
 
-    std::u16string url;            ///< without credentials: the request object refuses them there
-    std::u16string host;           ///< without the port
+    std::u16string url;   ///< without credentials: the request object refuses them there
+    std::u16string host;  ///< without the port
+    std::u16string user;  ///< of the credentials, without escapes
+    std::u16string password;
     std::u16string authorization;  ///< the header that carries the credentials; empty when there are none
 };
 

@@ -47,7 +47,7 @@ public:
 
     std::u16string xml() const override {
         com::Bstr buffer;
-        check(document_->get_xml(buffer.put()));
+        check(document_->get_xml(buffer.put()), document_);
         return withoutEncoding(std::u16string(buffer.text()));
     }
 
@@ -65,7 +65,7 @@ public:
     ParseError validate() override {
         if (!schema_) return {};
         com::ComPtr<IXMLDOMParseError> source;
-        check(document_->validate(source.put()));
+        check(document_->validate(source.put()), document_);
         ParseError error = source ? parseErrorOf(source.get()) : ParseError();
         if (error) error.url = url_;
         return error;
@@ -78,7 +78,7 @@ public:
 private:
     com::ComPtr<IXMLDOMNode> rootNode() const {
         com::ComPtr<IXMLDOMElement> element;
-        check(document_->get_documentElement(element.put()));
+        check(document_->get_documentElement(element.put()), document_);
         return com::ComPtr<IXMLDOMNode>(element.get());
     }
 
@@ -86,9 +86,9 @@ private:
     std::u16string encoding() const {
         com::ComPtr<IXMLDOMNode> declaration;
         com::Bstr content;
-        check(document_->get_firstChild(declaration.put()));
+        check(document_->get_firstChild(declaration.put()), document_);
         if (!hasName(declaration.get(), u"xml")) return {};
-        check(declaration->get_text(content.put()));
+        check(declaration->get_text(content.put()), declaration);
         return toUtf16(declaredEncoding("<?xml " + toUtf8(content.text())));
     }
 

@@ -2,6 +2,9 @@
 
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/document_type.hpp"
+#include "platform/windows/source_text.hpp"
+
+#include <algorithm>
 
 namespace quill1xml::platform {
 namespace {
@@ -18,12 +21,12 @@ void setProperty(IXMLDOMDocument2* document, Text name, const com::Variant& valu
 /// An empty document that will not reach out while it loads.
 com::ComPtr<IXMLDOMDocument2> newDocument(const char16_t* documentClass, const MsxmlSchema* schema) {
     auto document = createObject<IXMLDOMDocument2>(documentClass, iidXmlDomDocument2);
-    check(document->put_async(VARIANT_FALSE));
-    check(document->put_validateOnParse(VARIANT_FALSE));
-    check(document->put_resolveExternals(VARIANT_FALSE));
+    check(document->put_async(VARIANT_FALSE), document);
+    check(document->put_validateOnParse(VARIANT_FALSE), document);
+    check(document->put_resolveExternals(VARIANT_FALSE), document);
     setProperty(document.get(), u"ProhibitDTD", com::Variant(true));
     setProperty(document.get(), u"MaxElementDepth", com::Variant(maximumDepth));
-    if (schema != nullptr) check(document->putref_schemas(com::Variant(schema->collection.get()).get()));
+    if (schema != nullptr) check(document->putref_schemas(com::Variant(schema->collection.get()).get()), document);
     return document;
 }
 
@@ -41,10 +44,10 @@ template <class Load>
 com::ComPtr<IXMLDOMDocument2> loaded(com::ComPtr<IXMLDOMDocument2> document, ParseError& error, Load load) {
     error = {};
     VARIANT_BOOL success = VARIANT_FALSE;
-    check(load(document.get(), &success));
+    check(load(document.get(), &success), document);
     if (success != VARIANT_FALSE) return document;
     com::ComPtr<IXMLDOMParseError> source;
-    check(document->get_parseError(source.put()));
+    check(document->get_parseError(source.put()), document);
     error = parseErrorOf(source.get());
     if (!error) error.code = E_FAIL;
     return nullptr;
@@ -70,7 +73,9 @@ ParseError parseErrorOf(IXMLDOMParseError* source) {
     error.linePosition = number(&IXMLDOMParseError::get_linepos);
     error.reason = text(&IXMLDOMParseError::get_reason);
     error.reason.erase(error.reason.find_last_not_of(u" \r\n") + 1);
-    error.sourceText = text(&IXMLDOMParseError::get_srcText);
+    // Positions count from 1.
+    const auto offset = static_cast<std::size_t>(std::max<Long>(error.linePosition, 1) - 1);
+    error.sourceText = excerpt(text(&IXMLDOMParseError::get_srcText), offset);
     error.url = text(&IXMLDOMParseError::get_url);
     if (error && error.reason.empty()) error.reason = errorOf(error.code).description();
     return error;

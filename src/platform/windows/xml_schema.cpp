@@ -9,8 +9,8 @@ constexpr Text xsdNamespace = u"http://www.w3.org/2001/XMLSchema";
 bool isXsd(IXMLDOMDocument2* document) {
     com::ComPtr<IXMLDOMElement> root;
     com::Bstr rootNamespace;
-    check(document->get_documentElement(root.put()));
-    check(root->get_namespaceURI(rootNamespace.put()));
+    check(document->get_documentElement(root.put()), document);
+    check(root->get_namespaceURI(rootNamespace.put()), root);
     return rootNamespace.text() == xsdNamespace;
 }
 
@@ -24,7 +24,7 @@ std::shared_ptr<MsxmlSchema> compileMsxmlSchema(com::ComPtr<IXMLDOMDocument2> do
     const char16_t* const documentClass = xsd ? documentClass6 : documentClass3;
     if (xsd) {
         com::Bstr text;
-        check(document->get_xml(text.put()));
+        check(document->get_xml(text.put()), document);
         document = parseText(text, documentClass, nullptr, error);
         if (!document) return nullptr;
     }
@@ -34,7 +34,7 @@ std::shared_ptr<MsxmlSchema> compileMsxmlSchema(com::ComPtr<IXMLDOMDocument2> do
         collection->add(com::Bstr(targetNamespace).get(), com::Variant(static_cast<IDispatch*>(document.get())).get());
     if (FAILED(result)) {
         error.code = result;
-        error.reason = errorOf(result).description();
+        error.reason = errorOf(result, collection.get(), iidXmlDomSchemaCollection).description();
         return nullptr;
     }
     return std::make_shared<MsxmlSchema>(std::move(collection), documentClass);
