@@ -170,11 +170,42 @@ TEST_F(Client, ErrorsKeepNumberSourceAndDescription) {
     EXPECT_EQ(store->Invoke(idOf(store.get(), u"AddPaymentOption"), IID_NULL, english, DISPATCH_METHOD, &none, nullptr,
                             nullptr, nullptr),
               static_cast<HRESULT>(0x80040000));
-    EXPECT_EQ(toldToThread(), "Quill1XML.Store.AddPaymentOption()|The option ID may not be equal to 0.");
-
+    // Hosts ask this before they look at the error object.
     const auto support = query<ISupportErrorInfo>(store.get(), IID_ISupportErrorInfo);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(guidOf(findIdentity("Store")->members)), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IProvideClassInfo2), S_FALSE);
+    EXPECT_EQ(toldToThread(), "Quill1XML.Store.AddPaymentOption()|The option ID may not be equal to 0.");
+}
+
+TEST_F(Client, NoCallLeavesTheErrorOfAnEarlierOne) {
+    const auto store = server.create("Store");
+    const auto builder = server.create("CString");
+    const auto point = storeEvents(store.get());
+    const auto info = query<IProvideClassInfo2>(store.get(), IID_IProvideClassInfo2);
+    const auto factory = server.factory(guidOf(findIdentity("CString")->coclass));
+    ComPtr<IEnumConnections> connections;
+    ASSERT_EQ(point->EnumConnections(connections.put()), S_OK);
+    IID id;
+    ComPtr<ITypeInfo> type;
+    ComPtr<IUnknown> object;
+    const std::function<void()> calls[] = {
+        [&] { mustCall(builder.get(), u"length"); },
+        [&] { idOf(store.get(), u"AddTax"); },
+        [&] { EXPECT_EQ(store->GetTypeInfo(0, english, type.put()), S_OK); },
+        [&] { EXPECT_EQ(info->GetClassInfo(type.put()), S_OK); },
+        [&] { EXPECT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id), S_OK); },
+        [&] { EXPECT_EQ(point->GetConnectionInterface(&id), S_OK); },
+        [&] { EXPECT_EQ(point->Unadvise(9), static_cast<HRESULT>(CONNECT_E_NOCONNECTION)); },
+        [&] { storeEvents(store.get()); },
+        [&] { EXPECT_EQ(connections->Reset(), S_OK); },
+        [&] { EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid()), S_OK); },
+        [&] { server.factory(IID_IUnknown); },
+    };
+    for (const auto& each : calls) {
+        EXPECT_EQ(call(store.get(), u"AddTax", {u""}).code, applicationError);
+        each();
+        EXPECT_EQ(toldToThread(), "") << &each - calls;
+    }
 }
 
 TEST_F(Client, ReferencesAreBalanced) {

@@ -49,15 +49,14 @@ void* AutomationObject::find(REFIID id) noexcept {
 
 HRESULT AutomationObject::GetTypeInfoCount(UINT* count) {
     if (count == nullptr) return E_POINTER;
-    *count = 1;
-    return S_OK;
+    return guarded(membersId_, nullptr, [&] { *count = 1; });
 }
 
 HRESULT AutomationObject::GetTypeInfo(UINT index, LCID, ITypeInfo** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    if (index != 0) return DISP_E_BADINDEX;
     return guarded(membersId_, nullptr, [&] {
+        if (index != 0) return DISP_E_BADINDEX;
         *result = typeInfoOf(membersId_).detach();
         return S_OK;
     });
@@ -82,16 +81,17 @@ HRESULT AutomationObject::GetClassInfo(ITypeInfo** result) {
     *result = nullptr;
     return guarded(IID_IProvideClassInfo, nullptr, [&] {
         *result = typeInfoOf(guidOf(identity_.coclass)).detach();
-        return S_OK;
     });
 }
 
 HRESULT AutomationObject::GetGUID(DWORD kind, GUID* result) {
     if (result == nullptr) return E_POINTER;
     *result = GUID_NULL;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_.events.empty()) return E_INVALIDARG;
-    *result = eventsId_;
-    return S_OK;
+    return guarded(IID_IProvideClassInfo2, nullptr, [&] {
+        if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_.events.empty()) return E_INVALIDARG;
+        *result = eventsId_;
+        return S_OK;
+    });
 }
 
 HRESULT AutomationObject::InterfaceSupportsErrorInfo(REFIID id) {
@@ -105,16 +105,17 @@ HRESULT AutomationObject::EnumConnectionPoints(IEnumConnectionPoints** result) {
         points.push_back({com::ComPtr<IConnectionPoint>(&connectionPoint_)});
         *result = new Enumerator<IEnumConnectionPoints, IConnectionPoint*, PointItem>(IID_IEnumConnectionPoints,
                                                                                       std::move(points));
-        return S_OK;
     });
 }
 
 HRESULT AutomationObject::FindConnectionPoint(REFIID id, IConnectionPoint** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    if (id != eventsId_) return CONNECT_E_NOCONNECTION;
-    *result = com::ComPtr<IConnectionPoint>(&connectionPoint_).detach();
-    return S_OK;
+    return guarded(IID_IConnectionPointContainer, nullptr, [&]() -> HRESULT {
+        if (id != eventsId_) return CONNECT_E_NOCONNECTION;
+        *result = com::ComPtr<IConnectionPoint>(&connectionPoint_).detach();
+        return S_OK;
+    });
 }
 
 }  // namespace quill1xml::automation

@@ -82,14 +82,15 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
-        *count = 0;
-        return S_OK;
+        return answer([&] { *count = 0; });
     }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** result) override {
         if (result == nullptr) return E_POINTER;
-        *result = nullptr;
-        return DISP_E_BADINDEX;
+        return answer([&] {
+            *result = nullptr;
+            return DISP_E_BADINDEX;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
@@ -124,8 +125,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE Count(long* result) override {
         if (result == nullptr) return E_POINTER;
-        *result = static_cast<long>(entries_.size());
-        return S_OK;
+        return answer([&] { *result = static_cast<long>(entries_.size()); });
     }
 
     HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) override {
@@ -150,10 +150,7 @@ private:
 
     template <class Body>
     static HRESULT answer(Body body) noexcept {
-        return guarded(iidCollection, nullptr, [&] {
-            body();
-            return S_OK;
-        });
+        return guarded(iidCollection, nullptr, body);
     }
 
     com::Variant call(DISPID id, std::array<com::Variant, 4> arguments) {

@@ -19,8 +19,8 @@ public:
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (result == nullptr) return E_POINTER;
         *result = nullptr;
-        if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-        return guarded(IID_IClassFactory, nullptr, [&] {
+        return guarded(IID_IClassFactory, nullptr, [&]() -> HRESULT {
+            if (outer != nullptr) return CLASS_E_NOAGGREGATION;
             auto object = class_.create(ports::systemEnvironment());
             const auto made =
                 com::ComPtr<IDispatch>::attach(new AutomationObject(class_, identity_, std::move(object)));
@@ -29,8 +29,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-        lock != FALSE ? lockModule() : unlockModule();
-        return S_OK;
+        return guarded(IID_IClassFactory, nullptr, [&] { lock != FALSE ? lockModule() : unlockModule(); });
     }
 
 private:
