@@ -1,7 +1,10 @@
 // The members of the objects as late-bound hosts meet them: names, arguments, results, errors, lifetimes.
 #include "hosts/client.hpp"
 
+#include <windows.h>
+
 #include <olectl.h>
+#include <psapi.h>
 
 namespace quill1xml {
 namespace {
@@ -247,16 +250,37 @@ TEST_F(Client, ReferencesAreBalanced) {
     EXPECT_FALSE(server.factory(IID_IUnknown));
 }
 
+/// What a process can run out of.
+struct Resources {
+    DWORD handles = 0;
+    DWORD slot = 0;  ///< the next thread-local one
+    SIZE_T bytes = 0;
+
+    static Resources now() {
+        Resources result;
+        GetProcessHandleCount(GetCurrentProcess(), &result.handles);
+        TlsFree(result.slot = TlsAlloc());
+        PROCESS_MEMORY_COUNTERS memory{};
+        GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+        result.bytes = memory.PagefileUsage;
+        return result;
+    }
+};
+
+// Hosts that load and unload the server with each job would soon have used up the process.
 TEST(Module, IsLoadedAndUnloadedOverAndOver) {
     ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
-    for (int round = 0; round < 50; ++round) {
-        {
-            const LoadedServer server;
-            EXPECT_EQ(call(server.create("Store").get(), u"AddTax", {u""}).code, applicationError);
-            EXPECT_TRUE(server.canUnload());
-        }
-        ASSERT_EQ(GetModuleHandleW(L"Quill1XML.dll"), nullptr) << round;
+    Resources before;
+    for (int round = 0; round < 2000; ++round) {
+        const LoadedServer server;
+        ASSERT_EQ(call(server.create("Store").get(), u"AddTax", {u""}).code, applicationError);
+        EXPECT_TRUE(server.canUnload());
+        if (round == 10) before = Resources::now();
     }
+    const Resources after = Resources::now();
+    EXPECT_EQ(after.handles, before.handles);
+    EXPECT_EQ(after.slot, before.slot);
+    EXPECT_LT(after.bytes, before.bytes + 1'000'000);
     CoUninitialize();
 }
 

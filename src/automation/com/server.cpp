@@ -50,6 +50,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** result) {
         for (const Class* each : classes()) {
             const Identity* const identity = findIdentity(each->name);
             if (identity == nullptr || guidOf(identity->coclass) != classId) continue;
+            keepModule();
             const auto factory = com::ComPtr<IClassFactory>::attach(new ClassFactory(*each, *identity));
             return factory->QueryInterface(id, result);
         }
