@@ -55,9 +55,10 @@ struct Member {
     ResultType result = ResultType::nothing;
     std::string_view summary{};
     std::span<const Parameter> parameters{};
-    const void* defaults = nullptr;           ///< an argument struct that holds every default
-    std::size_t argumentsSize = 0;            ///< of the argument struct, in bytes; it is trivially copyable
-    const records::Record* record = nullptr;  ///< the element that the method writes, where it writes one
+    std::span<const std::uint8_t> parameterNames{};  ///< the parameters' indexes in the order of names
+    const void* defaults = nullptr;                  ///< an argument struct that holds every default
+    std::size_t argumentsSize = 0;                   ///< of the argument struct, in bytes; it is trivially copyable
+    const records::Record* record = nullptr;         ///< the element that the method writes, where it writes one
 
     /// Calls the member on an object of its class. Throws Error.
     Value (*invoke)(void* object, const void* arguments) = nullptr;
@@ -77,7 +78,8 @@ using EventSink = std::function<void(const Event& event, std::span<const Value> 
 struct Class {
     std::string_view name{};
     std::string_view summary{};
-    std::span<const Member> members{};  ///< in interface order
+    std::span<const Member> members{};            ///< in interface order
+    std::span<const std::uint8_t> memberNames{};  ///< the members' indexes in the order of names
     std::span<const Event> events{};
 
     /// Makes an object of the class. An entity wraps nothing until its member Initialise is called.
@@ -101,9 +103,11 @@ std::span<const Class* const> classes();
 
 /// The member of that name, without regard to (ASCII) case; null when there is none.
 const Member* findMember(const Class& of, std::string_view name);
+const Member* findMember(const Class& of, Text name);
 
 /// The parameter of that name, without regard to case; its index, or -1.
 int findParameter(const Member& of, std::string_view name);
+int findParameter(const Member& of, Text name);
 
 /// The arguments of one call, being filled in. Parameters that are not set keep their defaults.
 class Arguments {

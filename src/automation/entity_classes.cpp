@@ -2,6 +2,7 @@
 
 #include "automation/entity_classes.hpp"
 
+#include "automation/names.hpp"
 #include "quill1xml/error.hpp"
 
 #include <array>
@@ -32,7 +33,7 @@ constexpr std::string_view required = "The attribute's value; error 91 when it i
 }  // namespace summaries
 
 template <class Object, auto getter>
-Member property(Long dispid, std::string_view name, std::string_view summary) {
+constexpr Member property(Long dispid, std::string_view name, std::string_view summary) {
     using Result = decltype((std::declval<const Object&>().*getter)());
     return {
         .dispid = dispid,
@@ -45,7 +46,7 @@ Member property(Long dispid, std::string_view name, std::string_view summary) {
 
 /// A property that makes a new collection; the lambda returns the label of what makes its objects.
 template <class Object, auto getter, class Label>
-Member collection(Long dispid, std::string_view name, std::string_view summary, Label) {
+constexpr Member collection(Long dispid, std::string_view name, std::string_view summary, Label) {
     return {.dispid = dispid,
             .name = name,
             .kind = MemberKind::propertyGet,
@@ -56,15 +57,18 @@ Member collection(Long dispid, std::string_view name, std::string_view summary, 
             }};
 }
 
+constexpr NodeList noNode;
+constexpr std::uint8_t onlyParameter[] = {0};
+
 template <class Object>
-Member initialise(std::span<const Parameter> parameter) {
-    static constexpr NodeList none;
+constexpr Member initialise(std::span<const Parameter> parameter) {
     return {.dispid = 1,
             .name = "Initialise",
             .summary = "Sets or replaces the element that the object reads.",
             .parameters = parameter,
-            .defaults = &none,
-            .argumentsSize = sizeof none,
+            .parameterNames = onlyParameter,
+            .defaults = &noNode,
+            .argumentsSize = sizeof noNode,
             .invoke = [](void* object, const void* arguments) -> Value {
                 static_cast<Object*>(object)->Initialise(static_cast<const NodeList*>(arguments)->front());
                 return {};
@@ -116,11 +120,16 @@ Value toValue(std::vector<UserDefinedField>&& items, std::string_view label) {
 #define QUILL1XML_BEGIN_CLASS(function, nodeParameter)                                            \
     const Class& function() {                                                                     \
         static constexpr Parameter parameter[] = {{nodeParameter, ParameterType::node, true, 0}}; \
-        static const Member members[] = { initialise<CLASS>(parameter),
+        static constexpr Member members[] = { initialise<CLASS>(parameter),
 #define QUILL1XML_END_CLASS(about)                                                                                    \
     }                                                                                                                 \
     ;                                                                                                                 \
-    static const Class described{.name = CLASS_NAME, .summary = about, .members = members, .create = &create<CLASS>}; \
+    static constexpr auto names = orderOfNames(members);                                                              \
+    static const Class described{.name = CLASS_NAME,                                                                  \
+        .summary = about,                                                                                             \
+        .members = members,                                                                                           \
+        .memberNames = names,                                                                                         \
+        .create = &create<CLASS>};                                                                                    \
     return described;                                                                                                 \
     }
 

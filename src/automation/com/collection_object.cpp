@@ -5,6 +5,7 @@
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
 #include "automation/identity.hpp"
+#include "automation/names.hpp"
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
@@ -36,15 +37,23 @@ const Class& collectionClass() {
                                              {"Key", ParameterType::variantText, false, 0},
                                              {"Before", ParameterType::variantText, false, 0},
                                              {"After", ParameterType::variantText, false, 0}};
+    static constexpr auto additionNames = orderOfNames(addition);
+    static constexpr std::uint8_t onlyName[] = {0};
     static constexpr Long noIndex = 0;
     static constexpr Member members[] = {
-        {.dispid = itemId, .name = "Item", .parameters = index, .defaults = &noIndex, .argumentsSize = sizeof noIndex},
-        {.dispid = addId, .name = "Add", .parameters = addition},
+        {.dispid = itemId,
+         .name = "Item",
+         .parameters = index,
+         .parameterNames = onlyName,
+         .defaults = &noIndex,
+         .argumentsSize = sizeof noIndex},
+        {.dispid = addId, .name = "Add", .parameters = addition, .parameterNames = additionNames},
         {.dispid = countId, .name = "Count"},
-        {.dispid = removeId, .name = "Remove", .parameters = index},
+        {.dispid = removeId, .name = "Remove", .parameters = index, .parameterNames = onlyName},
         {.dispid = newEnumId, .name = "_NewEnum"},
     };
-    static constexpr Class described{.name = "Collection", .members = members};
+    static constexpr auto names = orderOfNames(members);
+    static constexpr Class described{.name = "Collection", .members = members, .memberNames = names};
     return described;
 }
 

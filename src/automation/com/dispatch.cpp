@@ -2,7 +2,6 @@
 
 #include "automation/com/conversion.hpp"
 #include "automation/com/failure.hpp"
-#include "quill1xml/text.hpp"
 
 #include <algorithm>
 #include <cwchar>
@@ -10,7 +9,7 @@
 namespace quill1xml::automation {
 namespace {
 
-std::string nameOf(const wchar_t* name) { return toUtf8(com::asText(name, std::wcslen(name))); }
+Text textOf(const wchar_t* name) { return com::asText(name, std::wcslen(name)); }
 
 }  // namespace
 
@@ -19,11 +18,11 @@ HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count
         if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         if (names == nullptr || ids == nullptr) return E_POINTER;
         std::fill_n(ids, count, DISPID_UNKNOWN);
-        const Member* const member = count > 0 ? findMember(of, nameOf(names[0])) : nullptr;
+        const Member* const member = count > 0 ? findMember(of, textOf(names[0])) : nullptr;
         if (member == nullptr) return DISP_E_UNKNOWNNAME;
         ids[0] = member->dispid;
         // The parameters of the member follow.
-        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, nameOf(names[i]));
+        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, textOf(names[i]));
         return std::find(ids + 1, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
     });
 }
