@@ -80,7 +80,7 @@ std::shared_ptr<ports::Document> fetch(State& state, const Download& download, T
 }
 
 template <class Item>
-std::vector<Item> itemsOf(const State& state, const NodeList& list) {
+std::vector<Item> objectsOver(const State& state, const NodeList& list) {
     return itemsOf<Item>(list.nodes(), std::make_shared<const ports::Environment>(state.environment));
 }
 
@@ -130,15 +130,15 @@ Received<Order> perform(State& state, const arguments::ReceiveOfflineProductList
 }
 
 std::vector<Order> perform(State& state, const arguments::Orders& arguments) {
-    return itemsOf<Order>(state, arguments.lstOrders);
+    return objectsOver<Order>(state, arguments.lstOrders);
 }
 
 std::vector<Customer> perform(State& state, const arguments::Customers& arguments) {
-    return itemsOf<Customer>(state, arguments.lstCustomer);
+    return objectsOver<Customer>(state, arguments.lstCustomer);
 }
 
 std::vector<Quotation> perform(State& state, const arguments::Quotations& arguments) {
-    return itemsOf<Quotation>(state, arguments.lstQuotation);
+    return objectsOver<Quotation>(state, arguments.lstQuotation);
 }
 
 }  // namespace quill1xml::store

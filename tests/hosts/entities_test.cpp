@@ -72,7 +72,7 @@ TEST_F(Client, NodesBecomeObjects) {
     const auto select = [](const char16_t* path) {
         return nodes(
             u"<Store><Order OrderNumber='7'><OrderLineItem LineNumber='1' Price='2.5'/><OrderLineItem "
-            u"LineNumber='2'/></Order><Order OrderNumber='7'/>\n<!-- none --></Store>",
+            u"LineNumber='2'/></Order><Order OrderNumber='7'/>words<!-- none --></Store>",
             path);
     };
     const auto store = server.create("Store");
