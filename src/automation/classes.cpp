@@ -1,8 +1,8 @@
 #include "automation/classes.hpp"
 
+#include "automation/names.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
-#include "text/letter_case.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -17,17 +17,21 @@ std::span<const Class* const> classes() {
     return all;
 }
 
-const Member* findMember(const Class& of, std::string_view name) {
-    const auto found =
-        std::ranges::find_if(of.members, [&](const Member& m) { return equalIgnoringCase(m.name, name); });
-    return found == of.members.end() ? nullptr : &*found;
+namespace {
+
+template <class Name>
+const Member* memberNamed(const Class& of, Name name) {
+    const int index = indexOf(of.members, of.memberNames, name);
+    return index < 0 ? nullptr : &of.members[static_cast<std::size_t>(index)];
 }
 
-int findParameter(const Member& of, std::string_view name) {
-    const auto found =
-        std::ranges::find_if(of.parameters, [&](const Parameter& p) { return equalIgnoringCase(p.name, name); });
-    return found == of.parameters.end() ? -1 : static_cast<int>(found - of.parameters.begin());
-}
+}  // namespace
+
+const Member* findMember(const Class& of, std::string_view name) { return memberNamed(of, name); }
+const Member* findMember(const Class& of, Text name) { return memberNamed(of, name); }
+
+int findParameter(const Member& of, std::string_view name) { return indexOf(of.parameters, of.parameterNames, name); }
+int findParameter(const Member& of, Text name) { return indexOf(of.parameters, of.parameterNames, name); }
 
 Arguments::Arguments(const Member& member)
     : member_(member),
@@ -69,6 +73,11 @@ void Arguments::setCurrency(std::size_t parameter, Currency value) { store(param
 void Arguments::setNodes(std::size_t parameter, std::vector<Node> nodes) {
     nodes_.push_back(std::make_unique<std::vector<Node>>(std::move(nodes)));
     store(parameter, NodeList(*nodes_.back()));
+}
+
+void Arguments::setNodes(std::size_t parameter, std::unique_ptr<const NodeSource> nodes) {
+    sources_.push_back(std::move(nodes));
+    store(parameter, NodeList(*sources_.back()));
 }
 
 void Arguments::requireAll() const {

@@ -26,14 +26,15 @@ struct Class;
 struct Collection {
     const Class* itemClass = nullptr;
     std::vector<Node> nodes;
+    std::vector<std::shared_ptr<void>> objects;             ///< the host's own over the nodes; null without such
     std::shared_ptr<const ports::Environment> environment;  ///< null for the system's
-    std::string_view label;                                 ///< of the error log, for a failure to make the objects
 };
 
 /// A result or an event argument.
 using Value = std::variant<std::monostate, Long, Integer, Double, Date, std::u16string, Bytes, Document, Collection>;
 
-/// The type of a member's result; `received` is a collection, a document or a text.
+/// The type of a member's result; `received` is a collection, a document or a text. The last two are those of
+/// collections only.
 enum class ResultType : std::uint8_t {
     nothing,
     longInteger,
@@ -43,7 +44,9 @@ enum class ResultType : std::uint8_t {
     text,
     bytes,
     collection,
-    received
+    received,
+    variant,
+    enumerator
 };
 
 enum class MemberKind : std::uint8_t { method, propertyGet };
@@ -55,9 +58,10 @@ struct Member {
     ResultType result = ResultType::nothing;
     std::string_view summary{};
     std::span<const Parameter> parameters{};
-    const void* defaults = nullptr;           ///< an argument struct that holds every default
-    std::size_t argumentsSize = 0;            ///< of the argument struct, in bytes; it is trivially copyable
-    const records::Record* record = nullptr;  ///< the element that the method writes, where it writes one
+    std::span<const std::uint8_t> parameterNames{};  ///< the parameters' indexes in the order of names
+    const void* defaults = nullptr;                  ///< an argument struct that holds every default
+    std::size_t argumentsSize = 0;                   ///< of the argument struct, in bytes; it is trivially copyable
+    const records::Record* record = nullptr;         ///< the element that the method writes, where it writes one
 
     /// Calls the member on an object of its class. Throws Error.
     Value (*invoke)(void* object, const void* arguments) = nullptr;
@@ -77,8 +81,12 @@ using EventSink = std::function<void(const Event& event, std::span<const Value> 
 struct Class {
     std::string_view name{};
     std::string_view summary{};
-    std::span<const Member> members{};  ///< in interface order
+    std::span<const Member> members{};            ///< in interface order
+    std::span<const std::uint8_t> memberNames{};  ///< the members' indexes in the order of names
     std::span<const Event> events{};
+
+    /// A call into an object is refused while another one is under way, but from an event.
+    bool exclusive = false;
 
     /// Makes an object of the class. An entity wraps nothing until its member Initialise is called.
     std::shared_ptr<void> (*create)(const ports::Environment& environment) = nullptr;
@@ -96,14 +104,28 @@ const Class& quotationClass();
 const Class& quotationLineItemClass();
 const Class& userDefinedFieldClass();
 
+/// The collections that hosts get. They are not among the classes: hosts cannot create them.
+const Class& collectionClass();
+
+/// The collections' dispids, which hosts that declare an object As Collection expect.
+namespace collection_ids {
+inline constexpr Long item = 0;
+inline constexpr Long add = 1;
+inline constexpr Long count = 2;
+inline constexpr Long remove = 3;
+inline constexpr Long newEnum = -4;
+}  // namespace collection_ids
+
 /// Every class, in the order of the type library.
 std::span<const Class* const> classes();
 
 /// The member of that name, without regard to (ASCII) case; null when there is none.
 const Member* findMember(const Class& of, std::string_view name);
+const Member* findMember(const Class& of, Text name);
 
 /// The parameter of that name, without regard to case; its index, or -1.
 int findParameter(const Member& of, std::string_view name);
+int findParameter(const Member& of, Text name);
 
 /// The arguments of one call, being filled in. Parameters that are not set keep their defaults.
 class Arguments {
@@ -126,6 +148,9 @@ public:
     /// Sets a node list parameter, or a node parameter, which takes exactly one node.
     void setNodes(std::size_t parameter, std::vector<Node> nodes);
 
+    /// Sets a node list parameter to nodes that the call itself looks up.
+    void setNodes(std::size_t parameter, std::unique_ptr<const NodeSource> nodes);
+
     /// Throws error 449 (Argument not optional) with the name of the first required parameter that was not set.
     void requireAll() const;
 
@@ -141,6 +166,7 @@ private:
     std::vector<bool> set_;
     std::vector<std::unique_ptr<std::u16string>> texts_;
     std::vector<std::unique_ptr<std::vector<Node>>> nodes_;
+    std::vector<std::unique_ptr<const NodeSource>> sources_;
 };
 
 /// A parameter's default from its member's argument struct.

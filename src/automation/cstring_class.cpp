@@ -1,6 +1,7 @@
 // The members of CString.
 
 #include "automation/classes.hpp"
+#include "automation/names.hpp"
 #include "quill1xml/cstring.hpp"
 
 namespace quill1xml::automation {
@@ -9,13 +10,15 @@ namespace {
 CString& self(void* object) { return *static_cast<CString*>(object); }
 
 constexpr Parameter concatParameters[] = {{"s", ParameterType::text, true, 0}};
+constexpr auto concatParameterNames = orderOfNames(concatParameters);
 constexpr Text noText;
 
-const Member members[] = {
+constexpr Member members[] = {
     {.dispid = 1,
      .name = "concat",
      .summary = "Appends text. A character outside the code page is an overflow.",
      .parameters = concatParameters,
+     .parameterNames = concatParameterNames,
      .defaults = &noText,
      .argumentsSize = sizeof(Text),
      .invoke = [](void* object, const void* arguments) -> Value {
@@ -43,6 +46,8 @@ const Member members[] = {
      }},
 };
 
+constexpr auto memberNames = orderOfNames(members);
+
 std::shared_ptr<void> create(const ports::Environment& environment) {
     return std::make_shared<CString>(environment.system->codePage());
 }
@@ -53,6 +58,7 @@ const Class& cstringClass() {
     static const Class cstring{.name = "CString",
                                .summary = "Builds a text of single-byte characters.",
                                .members = members,
+                               .memberNames = memberNames,
                                .create = &create};
     return cstring;
 }

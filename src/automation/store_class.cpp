@@ -2,6 +2,7 @@
 
 #include "automation/classes.hpp"
 #include "automation/entity_classes.hpp"
+#include "automation/names.hpp"
 #include "quill1xml/store.hpp"
 #include "records/record.hpp"
 
@@ -53,8 +54,11 @@ Value invoke(void* object, const void* arguments) {
 template <class ArgumentStruct>
 constexpr ArgumentStruct defaultArguments{};
 
+template <class ArgumentStruct>
+constexpr auto parameterNames = orderOfNames<parametersOf<ArgumentStruct>.size()>(parametersOf<ArgumentStruct>);
+
 template <class ArgumentStruct, class Result, auto method>
-Member member(Long dispid, std::string_view name, std::string_view summary, const records::Record* record) {
+constexpr Member member(Long dispid, std::string_view name, std::string_view summary, const records::Record* record) {
     static_assert(std::is_trivially_copyable_v<ArgumentStruct> && std::is_standard_layout_v<ArgumentStruct>);
     return {.dispid = dispid,
             .name = name,
@@ -62,14 +66,14 @@ Member member(Long dispid, std::string_view name, std::string_view summary, cons
             .result = resultType<Result>,
             .summary = summary,
             .parameters = parametersOf<ArgumentStruct>,
+            .parameterNames = parameterNames<ArgumentStruct>,
             .defaults = &defaultArguments<ArgumentStruct>,
             .argumentsSize = sizeof(ArgumentStruct),
             .record = record,
             .invoke = &invoke<ArgumentStruct, method>};
 }
 
-std::span<const Member> members() {
-    static const Member all[] = {
+constexpr Member members[] = {
 #define ENTRY(dispid, Result, Name, summary, record) \
     member<arguments::Name, Result, &Store::Name>(dispid, #Name, summary, record),
 #define METHOD(dispid, Result, Name, summary) ENTRY(dispid, Result, Name, summary, nullptr)
@@ -77,9 +81,8 @@ std::span<const Member> members() {
 #define RECORD(dispid, Name, summary) ENTRY(dispid, void, Name, summary, &records::Name)
 #include "quill1xml/methods/all.def"
 #undef ENTRY
-    };
-    return all;
-}
+};
+constexpr auto memberNames = orderOfNames(members);
 
 std::span<const Event> events() {
     static constexpr Parameter parameters[] = {{"strTempFileName", ParameterType::text, true, 0},
@@ -107,8 +110,10 @@ const Class& storeClass() {
     static const Class store{
         .name = "Store",
         .summary = "Publishes a host's records to a web store, and fetches what shoppers did there.",
-        .members = members(),
+        .members = members,
+        .memberNames = memberNames,
         .events = events(),
+        .exclusive = true,
         .create = &create,
         .connect = &connect};
     return store;

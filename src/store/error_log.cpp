@@ -35,7 +35,7 @@ std::u16string entryText(const ports::Environment& environment, const Label& lab
     std::u16string after = u". \r\nThreadID: ";
     appendInteger(after, environment.system->threadId());
     after.append(u". \r\n").append(toUtf16(label.text));
-    if (!label.property.empty()) after.append(toUtf16(label.property)).append(u".Get");
+    if (!label.member.empty()) after.append(toUtf16(label.member)).append(toUtf16(label.suffix));
     const std::size_t room = longestEntry - std::min(longestEntry, before.size() + after.size());
     return before.append(error.description(), 0, room).append(after);
 }

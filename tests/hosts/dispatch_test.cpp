@@ -1,7 +1,10 @@
 // The members of the objects as late-bound hosts meet them: names, arguments, results, errors, lifetimes.
 #include "hosts/client.hpp"
 
+#include <windows.h>
+
 #include <olectl.h>
+#include <psapi.h>
 
 namespace quill1xml {
 namespace {
@@ -152,6 +155,8 @@ TEST_F(Client, ErrorsKeepNumberSourceAndDescription) {
         {u"AddTax", {missing}, 0x800A01C1, "Argument not optional: strTaxCode"},
         {u"AddTradingCountry", {u"ZA", false, 1}, 0x800A01C2, "Wrong number of arguments or invalid property assignment"},
         {u"AddTax", {u"A", 1}, 0x800A01C0, "Named argument not found", any, {8}},
+        {u"AddTax", {u"A", u"B"}, 0x800A01C0, "Named argument not found", any, {0}},
+        {u"AddTax", {u"A", u"B", u"C"}, 0x800A01C0, "Named argument not found", any, {1, 1}},
     };
     // clang-format on
     for (const Case& c : cases) {
@@ -170,11 +175,42 @@ TEST_F(Client, ErrorsKeepNumberSourceAndDescription) {
     EXPECT_EQ(store->Invoke(idOf(store.get(), u"AddPaymentOption"), IID_NULL, english, DISPATCH_METHOD, &none, nullptr,
                             nullptr, nullptr),
               static_cast<HRESULT>(0x80040000));
-    EXPECT_EQ(toldToThread(), "Quill1XML.Store.AddPaymentOption()|The option ID may not be equal to 0.");
-
+    // Hosts ask this before they look at the error object.
     const auto support = query<ISupportErrorInfo>(store.get(), IID_ISupportErrorInfo);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(guidOf(findIdentity("Store")->members)), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IProvideClassInfo2), S_FALSE);
+    EXPECT_EQ(toldToThread(), "Quill1XML.Store.AddPaymentOption()|The option ID may not be equal to 0.");
+}
+
+TEST_F(Client, NoCallLeavesTheErrorOfAnEarlierOne) {
+    const auto store = server.create("Store");
+    const auto builder = server.create("CString");
+    const auto point = storeEvents(store.get());
+    const auto info = query<IProvideClassInfo2>(store.get(), IID_IProvideClassInfo2);
+    const auto factory = server.factory(guidOf(findIdentity("CString")->coclass));
+    ComPtr<IEnumConnections> connections;
+    ASSERT_EQ(point->EnumConnections(connections.put()), S_OK);
+    IID id;
+    ComPtr<ITypeInfo> type;
+    ComPtr<IUnknown> object;
+    const std::function<void()> calls[] = {
+        [&] { mustCall(builder.get(), u"length"); },
+        [&] { idOf(store.get(), u"AddTax"); },
+        [&] { EXPECT_EQ(store->GetTypeInfo(0, english, type.put()), S_OK); },
+        [&] { EXPECT_EQ(info->GetClassInfo(type.put()), S_OK); },
+        [&] { EXPECT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id), S_OK); },
+        [&] { EXPECT_EQ(point->GetConnectionInterface(&id), S_OK); },
+        [&] { EXPECT_EQ(point->Unadvise(9), static_cast<HRESULT>(CONNECT_E_NOCONNECTION)); },
+        [&] { storeEvents(store.get()); },
+        [&] { EXPECT_EQ(connections->Reset(), S_OK); },
+        [&] { EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid()), S_OK); },
+        [&] { server.factory(IID_IUnknown); },
+    };
+    for (const auto& each : calls) {
+        EXPECT_EQ(call(store.get(), u"AddTax", {u""}).code, applicationError);
+        each();
+        EXPECT_EQ(toldToThread(), "") << &each - calls;
+    }
 }
 
 TEST_F(Client, ReferencesAreBalanced) {
@@ -216,16 +252,49 @@ TEST_F(Client, ReferencesAreBalanced) {
     EXPECT_FALSE(server.factory(IID_IUnknown));
 }
 
+// Some hosts have the processor stop at calculations that are not exact.
+TEST_F(Client, TheHostsArithmeticIsItsOwn) {
+    const auto store = server.create("Store");
+    const unsigned int before = _controlfp(0, 0);
+    _controlfp(0, _MCW_EM);
+    const Outcome outcome = call(store.get(), u"FormatDate", {45351.4999});
+    const unsigned int after = _controlfp(before, _MCW_EM | _MCW_RC);
+    EXPECT_EQ(textOf(outcome.value.get()), "2024-02-29T11:59:51");
+    EXPECT_EQ(_controlfp(0, 0), before);
+    EXPECT_EQ(after & _MCW_EM, before & _MCW_EM);
+}
+
+/// What a process can run out of.
+struct Resources {
+    DWORD handles = 0;
+    DWORD slot = 0;  ///< the next thread-local one
+    SIZE_T bytes = 0;
+
+    static Resources now() {
+        Resources result;
+        GetProcessHandleCount(GetCurrentProcess(), &result.handles);
+        TlsFree(result.slot = TlsAlloc());
+        PROCESS_MEMORY_COUNTERS memory{};
+        GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+        result.bytes = memory.PagefileUsage;
+        return result;
+    }
+};
+
+// Hosts that load and unload the server with each job would soon have used up the process.
 TEST(Module, IsLoadedAndUnloadedOverAndOver) {
     ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
-    for (int round = 0; round < 50; ++round) {
-        {
-            const LoadedServer server;
-            EXPECT_EQ(call(server.create("Store").get(), u"AddTax", {u""}).code, applicationError);
-            EXPECT_TRUE(server.canUnload());
-        }
-        ASSERT_EQ(GetModuleHandleW(L"Quill1XML.dll"), nullptr) << round;
+    Resources before;
+    for (int round = 0; round < 2000; ++round) {
+        const LoadedServer server;
+        ASSERT_EQ(call(server.create("Store").get(), u"AddTax", {u""}).code, applicationError);
+        EXPECT_TRUE(server.canUnload());
+        if (round == 10) before = Resources::now();
     }
+    const Resources after = Resources::now();
+    EXPECT_EQ(after.handles, before.handles);
+    EXPECT_EQ(after.slot, before.slot);
+    EXPECT_LT(after.bytes, before.bytes + 1'000'000);
     CoUninitialize();
 }
 

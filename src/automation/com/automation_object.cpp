@@ -14,6 +14,19 @@
 namespace quill1xml::automation {
 namespace {
 
+/// Sets a flag as long as it lives.
+class Setting {
+public:
+    Setting(bool& flag, bool value) : flag_(flag), before_(std::exchange(flag, value)) {}
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+    ~Setting() { flag_ = before_; }
+
+private:
+    bool& flag_;
+    bool before_;
+};
+
 /// An entry of the list of connection points.
 struct PointItem {
     com::ComPtr<IConnectionPoint> point;
@@ -32,6 +45,7 @@ AutomationObject::AutomationObject(const Class& of, const Identity& identity, st
       object_(std::move(object)) {
     if (class_.connect != nullptr) {
         class_.connect(object_.get(), [this](const Event& event, std::span<const Value> arguments) {
+            const Setting callable(busy_, false);
             connectionPoint_.fire(event, arguments);
         });
     }
@@ -49,15 +63,14 @@ void* AutomationObject::find(REFIID id) noexcept {
 
 HRESULT AutomationObject::GetTypeInfoCount(UINT* count) {
     if (count == nullptr) return E_POINTER;
-    *count = 1;
-    return S_OK;
+    return guarded(membersId_, nullptr, [&] { *count = 1; });
 }
 
 HRESULT AutomationObject::GetTypeInfo(UINT index, LCID, ITypeInfo** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    if (index != 0) return DISP_E_BADINDEX;
     return guarded(membersId_, nullptr, [&] {
+        if (index != 0) return DISP_E_BADINDEX;
         *result = typeInfoOf(membersId_).detach();
         return S_OK;
     });
@@ -73,6 +86,13 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD f
     const com::ComPtr<IDispatch> alive(this);
     return invokeMember({class_, membersId_, id, reserved, locale, flags, given, result, details, faulty},
                         [this](const Member& member, const Arguments& arguments) {
+                            // Requests dispatch the thread's messages, which may call again.
+                            if (busy_) {
+                                throw runtimeError(RuntimeError::permissionDenied,
+                                                   u"a call into this object is under way; call again when it has "
+                                                   u"returned");
+                            }
+                            const Setting busy(busy_, class_.exclusive);
                             return toVariant(member.invoke(object_.get(), arguments.data()));
                         });
 }
@@ -80,18 +100,17 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD f
 HRESULT AutomationObject::GetClassInfo(ITypeInfo** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    return guarded(IID_IProvideClassInfo, nullptr, [&] {
-        *result = typeInfoOf(guidOf(identity_.coclass)).detach();
-        return S_OK;
-    });
+    return guarded(IID_IProvideClassInfo, nullptr, [&] { *result = typeInfoOf(guidOf(identity_.coclass)).detach(); });
 }
 
 HRESULT AutomationObject::GetGUID(DWORD kind, GUID* result) {
     if (result == nullptr) return E_POINTER;
     *result = GUID_NULL;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_.events.empty()) return E_INVALIDARG;
-    *result = eventsId_;
-    return S_OK;
+    return guarded(IID_IProvideClassInfo2, nullptr, [&] {
+        if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_.events.empty()) return E_INVALIDARG;
+        *result = eventsId_;
+        return S_OK;
+    });
 }
 
 HRESULT AutomationObject::InterfaceSupportsErrorInfo(REFIID id) {
@@ -105,16 +124,17 @@ HRESULT AutomationObject::EnumConnectionPoints(IEnumConnectionPoints** result) {
         points.push_back({com::ComPtr<IConnectionPoint>(&connectionPoint_)});
         *result = new Enumerator<IEnumConnectionPoints, IConnectionPoint*, PointItem>(IID_IEnumConnectionPoints,
                                                                                       std::move(points));
-        return S_OK;
     });
 }
 
 HRESULT AutomationObject::FindConnectionPoint(REFIID id, IConnectionPoint** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    if (id != eventsId_) return CONNECT_E_NOCONNECTION;
-    *result = com::ComPtr<IConnectionPoint>(&connectionPoint_).detach();
-    return S_OK;
+    return guarded(IID_IConnectionPointContainer, nullptr, [&]() -> HRESULT {
+        if (id != eventsId_) return CONNECT_E_NOCONNECTION;
+        *result = com::ComPtr<IConnectionPoint>(&connectionPoint_).detach();
+        return S_OK;
+    });
 }
 
 }  // namespace quill1xml::automation

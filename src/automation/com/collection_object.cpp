@@ -4,12 +4,11 @@
 #include "automation/com/conversion.hpp"
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
+#include "automation/com/failure.hpp"
+#include "automation/com/guid.hpp"
+#include "automation/com/type_library.hpp"
 #include "automation/identity.hpp"
-#include "platform/windows/create_object.hpp"
-#include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
-#include "quill1xml/text.hpp"
-#include "store/error_log.hpp"
 
 #include <array>
 #include <optional>
@@ -17,9 +16,13 @@
 namespace quill1xml::automation {
 namespace {
 
+/// Of the interface that hosts call when they declare an object As Collection.
 constexpr IID iidCollection = {0xA4C46780, 0x499F, 0x101B, {0xBB, 0x78, 0x00, 0xAA, 0x00, 0x38, 0x3C, 0xBB}};
 
-/// What hosts call when they declare an object As Collection: their layout, not ours to change.
+/// Of what the type library says of it.
+constexpr IID membersId = guidOf(collectionId);
+
+/// The layout is that of those hosts, not ours to change.
 struct CollectionInterface : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0;
     virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) = 0;
@@ -27,26 +30,6 @@ struct CollectionInterface : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0;
     virtual HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) = 0;
 };
-
-enum : DISPID { itemId = DISPID_VALUE, addId = 1, countId = 2, removeId = 3, newEnumId = DISPID_NEWENUM };
-
-const Class& collectionClass() {
-    static constexpr Parameter index[] = {{"Index", ParameterType::longInteger, true, 0}};
-    static constexpr Parameter addition[] = {{"Item", ParameterType::variantText, true, 0},
-                                             {"Key", ParameterType::variantText, false, 0},
-                                             {"Before", ParameterType::variantText, false, 0},
-                                             {"After", ParameterType::variantText, false, 0}};
-    static constexpr Long noIndex = 0;
-    static constexpr Member members[] = {
-        {.dispid = itemId, .name = "Item", .parameters = index, .defaults = &noIndex, .argumentsSize = sizeof noIndex},
-        {.dispid = addId, .name = "Add", .parameters = addition},
-        {.dispid = countId, .name = "Count"},
-        {.dispid = removeId, .name = "Remove", .parameters = index},
-        {.dispid = newEnumId, .name = "_NewEnum"},
-    };
-    static constexpr Class described{.name = "Collection", .members = members};
-    return described;
-}
 
 /// What a value is or refers to.
 com::Variant copyOf(const VARIANT& value) {
@@ -82,14 +65,17 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
-        *count = 0;
-        return S_OK;
+        return answer([&] { *count = 1; });
     }
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** result) override {
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** result) override {
         if (result == nullptr) return E_POINTER;
         *result = nullptr;
-        return DISP_E_BADINDEX;
+        return answer([&] {
+            if (index != 0) return DISP_E_BADINDEX;
+            *result = typeInfoOf(membersId).detach();
+            return S_OK;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
@@ -124,8 +110,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE Count(long* result) override {
         if (result == nullptr) return E_POINTER;
-        *result = static_cast<long>(entries_.size());
-        return S_OK;
+        return answer([&] { *result = static_cast<long>(entries_.size()); });
     }
 
     HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) override {
@@ -139,30 +124,29 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
-        return id == iidCollection || id == IID_IDispatch ? S_OK : S_FALSE;
+        return id == iidCollection || id == membersId || id == IID_IDispatch ? S_OK : S_FALSE;
     }
 
 private:
     void* find(REFIID id) noexcept override {
-        if (id == IID_IDispatch || id == iidCollection) return static_cast<CollectionInterface*>(this);
+        if (id == IID_IDispatch || id == iidCollection || id == membersId) {
+            return static_cast<CollectionInterface*>(this);
+        }
         return id == IID_ISupportErrorInfo ? static_cast<ISupportErrorInfo*>(this) : nullptr;
     }
 
     template <class Body>
     static HRESULT answer(Body body) noexcept {
-        return guarded(iidCollection, nullptr, [&] {
-            body();
-            return S_OK;
-        });
+        return guarded(iidCollection, nullptr, body);
     }
 
     com::Variant call(DISPID id, std::array<com::Variant, 4> arguments) {
         auto& [first, key, before, after] = arguments;
         switch (id) {
-            case itemId: return copyOf(entries_[placeOf(first.get())].value->get());
-            case addId: add(std::move(first), key.get(), before.get(), after.get()); return {};
-            case countId: return com::Variant(static_cast<long>(entries_.size()));
-            case removeId: remove(first.get()); return {};
+            case collection_ids::item: return copyOf(entries_[placeOf(first.get())].value->get());
+            case collection_ids::add: add(std::move(first), key.get(), before.get(), after.get()); return {};
+            case collection_ids::count: return com::Variant(static_cast<long>(entries_.size()));
+            case collection_ids::remove: remove(first.get()); return {};
             default: return com::Variant(enumerator().get());
         }
     }
@@ -183,15 +167,17 @@ private:
             if (found == entries_.end()) throw runtimeError(RuntimeError::invalidProcedureCall);
             return static_cast<std::size_t>(found - entries_.begin());
         }
-        const Member& indexed = collectionClass().members.front();
+        static constexpr Parameter number[] = {{"Index", ParameterType::longInteger, true, 0}};
+        static constexpr Long none = 0;
+        static constexpr Member indexed{.parameters = number, .defaults = &none, .argumentsSize = sizeof none};
         Arguments arguments(indexed);
         VARIANT value = index;
         bind(arguments, indexed, {&value, nullptr, 1, 0}, LOCALE_USER_DEFAULT, nullptr);
-        const Long number = *static_cast<const Long*>(arguments.data());
-        if (number < 1 || static_cast<std::size_t>(number) > entries_.size()) {
+        const Long place = *static_cast<const Long*>(arguments.data());
+        if (place < 1 || static_cast<std::size_t>(place) > entries_.size()) {
             throw runtimeError(RuntimeError::subscriptOutOfRange);
         }
-        return static_cast<std::size_t>(number) - 1;
+        return static_cast<std::size_t>(place) - 1;
     }
 
     void add(com::Variant item, const VARIANT& key, const VARIANT& before, const VARIANT& after) {
@@ -226,31 +212,14 @@ private:
     std::vector<Entry> entries_;
 };
 
-com::ComPtr<IDispatch> makeItem(const Class& itemClass, const Node& node) {
-    const std::u16string name = toUtf16(std::string(libraryName) + '.' + std::string(itemClass.name));
-    auto object = platform::createObject<IDispatch>(name.c_str(), IID_IDispatch);
-    const com::Variant argument(static_cast<IDispatch*>(platform::unwrap(*node.element())));
-    VARIANT value = argument.get();
-    DISPPARAMS given{&value, nullptr, 1, 0};
-    platform::check(object->Invoke(findMember(itemClass, "Initialise")->dispid, IID_NULL, LOCALE_USER_DEFAULT,
-                                   DISPATCH_METHOD, &given, nullptr, nullptr, nullptr));
-    return object;
-}
-
 }  // namespace
 
 com::ComPtr<IDispatch> makeCollection(const Collection& collection) {
-    const auto make = [&collection] {
-        std::vector<Entry> entries;
-        for (const Node& node : collection.nodes) {
-            const auto item = makeItem(*collection.itemClass, node);
-            entries.push_back({std::make_shared<const com::Variant>(item.get())});
-        }
-        return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
-    };
-    const ports::Environment environment =
-        collection.environment != nullptr ? *collection.environment : ports::systemEnvironment();
-    return store::logged(environment, {.text = collection.label}, make);
+    std::vector<Entry> entries;
+    for (const auto& object : collection.objects) {
+        entries.push_back({std::make_shared<const com::Variant>(static_cast<IDispatch*>(object.get()))});
+    }
+    return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
 }
 
 }  // namespace quill1xml::automation

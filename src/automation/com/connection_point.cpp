@@ -34,24 +34,23 @@ HRESULT ConnectionPoint::QueryInterface(REFIID id, void** result) {
 
 HRESULT ConnectionPoint::GetConnectionInterface(IID* result) {
     if (result == nullptr) return E_POINTER;
-    *result = events_;
-    return S_OK;
+    return guarded(IID_IConnectionPoint, nullptr, [&] { *result = events_; });
 }
 
 HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** result) {
     if (result == nullptr) return E_POINTER;
-    *result = com::ComPtr<IConnectionPointContainer>(&container_).detach();
-    return S_OK;
+    return guarded(IID_IConnectionPoint, nullptr,
+                   [&] { *result = com::ComPtr<IConnectionPointContainer>(&container_).detach(); });
 }
 
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
     *cookie = 0;
-    // Late-bound sinks know IDispatch alone.
-    auto events = com::query<IDispatch>(sink, events_);
-    if (!events) events = com::query<IDispatch>(sink, IID_IDispatch);
-    if (!events) return CONNECT_E_CANNOTCONNECT;
-    return guarded(IID_IConnectionPoint, nullptr, [&] {
+    return guarded(IID_IConnectionPoint, nullptr, [&]() -> HRESULT {
+        // Late-bound sinks know IDispatch alone.
+        auto events = com::query<IDispatch>(sink, events_);
+        if (!events) events = com::query<IDispatch>(sink, IID_IDispatch);
+        if (!events) return CONNECT_E_CANNOTCONNECT;
         connections_.push_back({lastCookie_ + 1, std::move(events)});
         *cookie = ++lastCookie_;
         return S_OK;
@@ -59,19 +58,20 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
-    const auto found = std::ranges::find(connections_, cookie, &Connection::cookie);
-    if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
-    // Letting the sink go may call back; the list must be whole by then.
-    const Connection gone = std::move(*found);
-    connections_.erase(found);
-    return S_OK;
+    return guarded(IID_IConnectionPoint, nullptr, [&]() -> HRESULT {
+        const auto found = std::ranges::find(connections_, cookie, &Connection::cookie);
+        if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
+        // Letting the sink go may call back; the list must be whole by then.
+        const Connection gone = std::move(*found);
+        connections_.erase(found);
+        return S_OK;
+    });
 }
 
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** result) {
     if (result == nullptr) return E_POINTER;
     return guarded(IID_IConnectionPoint, nullptr, [&] {
         *result = new Enumerator<IEnumConnections, CONNECTDATA, Connection>(IID_IEnumConnections, connections_);
-        return S_OK;
     });
 }
 

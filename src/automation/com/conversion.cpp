@@ -1,17 +1,17 @@
 #include "automation/com/conversion.hpp"
 
 #include "automation/com/collection_object.hpp"
+#include "automation/com/host_nodes.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace quill1xml::automation {
 namespace {
-
-constexpr IID iidXmlDomNodeList = {0x2933BF82, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 /// A value as the source of a system call, which only reads it, whatever its declaration says.
 VARIANT* source(const VARIANT& value) { return const_cast<VARIANT*>(&value); }
@@ -48,43 +48,28 @@ Error mismatch(const Parameter& parameter) { return runtimeError(RuntimeError::t
 /// The value in the type that a parameter wants; the copy holds it where it had to be converted.
 const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID locale, com::Variant& copy) {
     const VARTYPE wanted = variantType(parameter.type);
-    if (value.vt == wanted) return value;
+    // An object is taken as it is: a conversion could ask it for its default value.
+    if (value.vt == wanted || (wanted == VT_UNKNOWN && value.vt == VT_DISPATCH)) return value;
     // Null is no value of any type, and an array of bytes would pass for text.
     const bool fits = value.vt != VT_NULL && (value.vt & VT_ARRAY) == 0;
-    const HRESULT result =
-        fits ? VariantChangeTypeEx(copy.put(), source(value), locale, VARIANT_ALPHABOOL, wanted) : DISP_E_TYPEMISMATCH;
+    const auto convert = [&](LCID by) {
+        return fits ? VariantChangeTypeEx(copy.put(), source(value), by, VARIANT_ALPHABOOL, wanted)
+                    : DISP_E_TYPEMISMATCH;
+    };
+    HRESULT result = convert(locale);
+    // Not every system knows every host's locale.
+    if (FAILED(result) && result != DISP_E_OVERFLOW) result = convert(LOCALE_USER_DEFAULT);
     if (result == E_OUTOFMEMORY) throw std::bad_alloc();
     if (result == DISP_E_OVERFLOW) throw runtimeError(RuntimeError::overflow, toUtf16(parameter.name));
     if (FAILED(result)) throw mismatch(parameter);
     return copy.get();
 }
 
-/// A node that a host passed. Nothing is a node too: what reads it fails.
-Node nodeOf(IUnknown* passed, const Parameter& parameter) {
-    if (passed == nullptr) return {};
-    if (!com::query<IXMLDOMElement>(passed, platform::iidXmlDomElement)) throw mismatch(parameter);
-    return Node(platform::wrapNode(passed));
-}
-
-std::vector<Node> nodesOf(IUnknown* passed, const Parameter& parameter) {
-    if (passed == nullptr) throw runtimeError(RuntimeError::objectNotSet, toUtf16(parameter.name));
-    const auto list = com::query<IXMLDOMNodeList>(passed, iidXmlDomNodeList);
-    if (!list) throw mismatch(parameter);
-    long length = 0;
-    platform::check(list->get_length(&length));
-    std::vector<Node> nodes;
-    for (long i = 0; i < length; ++i) {
-        com::ComPtr<IXMLDOMNode> node;
-        platform::check(list->get_item(i, node.put()));
-        nodes.push_back(nodeOf(node.get(), parameter));
-    }
-    return nodes;
-}
-
 void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value) {
     switch (parameter.type) {
-        case ParameterType::node: return arguments.setNodes(index, {nodeOf(value.punkVal, parameter)});
-        case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, parameter));
+        case ParameterType::node:
+            return arguments.setNodes(index, std::vector{nodeOf(value.punkVal, toUtf16(parameter.name))});
+        case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, toUtf16(parameter.name)));
         case ParameterType::text:
         case ParameterType::variantText:
             return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
@@ -147,8 +132,13 @@ std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& give
         if (index >= member.parameters.size()) throw runtimeError(RuntimeError::wrongArgumentCount);
         return index;
     }
-    const DISPID named = given.rgdispidNamedArgs[place];
-    if (named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
+    const DISPID* const names = given.rgdispidNamedArgs;
+    const DISPID* const end = names + given.cNamedArgs;
+    const DISPID named = names[place];
+    // None is given twice, by place and by name or by its name alone.
+    const bool again =
+        static_cast<UINT>(named) < given.cArgs - given.cNamedArgs || std::find(names + place + 1, end, named) != end;
+    if (again || named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
         throw runtimeError(RuntimeError::namedArgumentNotFound);
     }
     return static_cast<std::size_t>(named);

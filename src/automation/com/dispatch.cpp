@@ -2,7 +2,6 @@
 
 #include "automation/com/conversion.hpp"
 #include "automation/com/failure.hpp"
-#include "quill1xml/text.hpp"
 
 #include <algorithm>
 #include <cwchar>
@@ -10,36 +9,38 @@
 namespace quill1xml::automation {
 namespace {
 
-std::string nameOf(const wchar_t* name) { return toUtf8(com::asText(name, std::wcslen(name))); }
+Text textOf(const wchar_t* name) { return com::asText(name, std::wcslen(name)); }
 
 }  // namespace
 
 HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept {
-    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    if (names == nullptr || ids == nullptr) return E_POINTER;
-    std::fill_n(ids, count, DISPID_UNKNOWN);
     return guarded(IID_IDispatch, nullptr, [&]() -> HRESULT {
-        const Member* const member = count > 0 ? findMember(of, nameOf(names[0])) : nullptr;
+        if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        if (names == nullptr || ids == nullptr) return E_POINTER;
+        std::fill_n(ids, count, DISPID_UNKNOWN);
+        const Member* const member = count > 0 ? findMember(of, textOf(names[0])) : nullptr;
         if (member == nullptr) return DISP_E_UNKNOWNNAME;
         ids[0] = member->dispid;
         // The parameters of the member follow.
-        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, nameOf(names[i]));
+        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, textOf(names[i]));
         return std::find(ids + 1, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
     });
 }
 
 HRESULT invokeUnbound(const Invocation& invocation, const std::function<HRESULT(const Member&)>& body) noexcept {
-    const DISPPARAMS* const given = invocation.given;
-    if (invocation.reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
-    const auto& members = invocation.of.members;
-    const auto member = std::ranges::find(members, invocation.id, &Member::dispid);
-    // Script hosts cannot tell a property from a method without parameters and ask for either.
-    if (member == members.end() || (invocation.flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-    if (invocation.result != nullptr) VariantInit(invocation.result);
-    return guarded(invocation.interfaceId, invocation.details, [&] { return body(*member); });
+    return guarded(invocation.interfaceId, invocation.details, [&]() -> HRESULT {
+        const DISPPARAMS* const given = invocation.given;
+        if (invocation.reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        if (given == nullptr || given->cNamedArgs > given->cArgs) return E_INVALIDARG;
+        const auto& members = invocation.of.members;
+        const auto member = std::ranges::find(members, invocation.id, &Member::dispid);
+        // Script hosts cannot tell a property from a method without parameters and ask for either.
+        if (member == members.end() || (invocation.flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) {
+            return DISP_E_MEMBERNOTFOUND;
+        }
+        if (invocation.result != nullptr) VariantInit(invocation.result);
+        return body(*member);
+    });
 }
 
 HRESULT invokeMember(const Invocation& invocation,

@@ -29,22 +29,20 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE Skip(ULONG wanted) override {
-        const std::size_t count = std::min<std::size_t>(wanted, items_.size() - next_);
-        next_ += count;
-        return count == wanted ? S_OK : S_FALSE;
+        return guarded(interfaceId_, nullptr, [&] {
+            const std::size_t count = std::min<std::size_t>(wanted, items_.size() - next_);
+            next_ += count;
+            return count == wanted ? S_OK : S_FALSE;
+        });
     }
 
     HRESULT STDMETHODCALLTYPE Reset() override {
-        next_ = 0;
-        return S_OK;
+        return guarded(interfaceId_, nullptr, [&] { next_ = 0; });
     }
 
     HRESULT STDMETHODCALLTYPE Clone(Interface** result) override {
         if (result == nullptr) return E_POINTER;
-        return guarded(interfaceId_, nullptr, [&] {
-            *result = new Enumerator(interfaceId_, items_, next_);
-            return S_OK;
-        });
+        return guarded(interfaceId_, nullptr, [&] { *result = new Enumerator(interfaceId_, items_, next_); });
     }
 
 private:

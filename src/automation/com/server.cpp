@@ -1,6 +1,7 @@
 // The exports of the DLL.
 
 #include "automation/com/automation_object.hpp"
+#include "automation/com/entity_objects.hpp"
 #include "automation/com/failure.hpp"
 #include "automation/com/guid.hpp"
 #include "automation/com/registration.hpp"
@@ -19,9 +20,9 @@ public:
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (result == nullptr) return E_POINTER;
         *result = nullptr;
-        if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-        return guarded(IID_IClassFactory, nullptr, [&] {
-            auto object = class_.create(ports::systemEnvironment());
+        return guarded(IID_IClassFactory, nullptr, [&]() -> HRESULT {
+            if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+            auto object = class_.create(serverEnvironment());
             const auto made =
                 com::ComPtr<IDispatch>::attach(new AutomationObject(class_, identity_, std::move(object)));
             return made->QueryInterface(id, result);
@@ -29,8 +30,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-        lock != FALSE ? lockModule() : unlockModule();
-        return S_OK;
+        return guarded(IID_IClassFactory, nullptr, [&] { lock != FALSE ? lockModule() : unlockModule(); });
     }
 
 private:
@@ -51,6 +51,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** result) {
         for (const Class* each : classes()) {
             const Identity* const identity = findIdentity(each->name);
             if (identity == nullptr || guidOf(identity->coclass) != classId) continue;
+            keepModule();
             const auto factory = com::ComPtr<IClassFactory>::attach(new ClassFactory(*each, *identity));
             return factory->QueryInterface(id, result);
         }

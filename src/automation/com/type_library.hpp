@@ -5,7 +5,7 @@
 
 namespace quill1xml::automation {
 
-/// The description of a class or interface. Works without registration. Throws Error.
+/// The description of a class or interface, which is read once and then kept. Works without registration. Throws Error.
 com::ComPtr<ITypeInfo> typeInfoOf(const GUID& id);
 
 }  // namespace quill1xml::automation

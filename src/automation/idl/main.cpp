@@ -5,6 +5,7 @@
 #include "automation/classes.hpp"
 #include "automation/identity.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <cstdlib>
 #include <exception>
@@ -43,6 +44,13 @@ std::string_view idlType(ParameterType type) {
     throw std::logic_error("a parameter of an unknown type");
 }
 
+/// Numbers that say yes, no or nothing at all.
+bool isThreeState(const Member& member, const Parameter& parameter) {
+    return parameter.type == ParameterType::integer && !parameter.required &&
+           equalIgnoringCase(parameter.name.substr(0, 6), std::string_view("intBln")) &&
+           defaultOf<Integer>(member, parameter) == -1;
+}
+
 std::string_view idlType(ResultType type) {
     switch (type) {
         case ResultType::nothing: return "void";
@@ -52,8 +60,10 @@ std::string_view idlType(ResultType type) {
         case ResultType::date: return "DATE";
         case ResultType::text: return "BSTR";
         case ResultType::bytes:
-        case ResultType::received: return "VARIANT";
-        case ResultType::collection: return "IDispatch*";
+        case ResultType::received:
+        case ResultType::variant: return "VARIANT";
+        case ResultType::collection: return "_Collection*";
+        case ResultType::enumerator: return "IUnknown*";
     }
     throw std::logic_error("a result of an unknown type");
 }
@@ -70,7 +80,9 @@ std::string optional(const Member& member, const Parameter& parameter) {
     bool zero = true;
     switch (parameter.type) {
         case ParameterType::text: return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
-        case ParameterType::integer: return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
+        case ParameterType::integer:
+            return withDefault(isThreeState(member, parameter) ? "ThreeState" : type,
+                               std::to_string(defaultOf<Integer>(member, parameter)));
         case ParameterType::longInteger: return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
         case ParameterType::boolean: return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
         case ParameterType::floating: zero = defaultOf<Double>(member, parameter) == 0; break;
@@ -109,10 +121,16 @@ void printEvent(const Event& event) {
     std::cout << ");\n";
 }
 
-/// Opens a dispinterface up to its methods.
+/// Opens a dispinterface up to its methods. Whoever looks for something finds it at the class.
 void openInterface(std::string_view id, std::string_view name, std::string_view suffix, std::string_view help) {
-    std::cout << "\n    [uuid(" << id << "), helpstring(" << quoted(help) << ")]\n    dispinterface _" << name << suffix
-              << "\n    {\n    properties:\n    methods:\n";
+    std::cout << "\n    [uuid(" << id << "), hidden, helpstring(" << quoted(help) << ")]\n    dispinterface _" << name
+              << suffix << "\n    {\n    properties:\n    methods:\n";
+}
+
+void printMembers(const Class& of, std::string_view id) {
+    openInterface(id, of.name, "", std::string("Members of ").append(of.name));
+    for (const Member& member : of.members) printMember(member);
+    std::cout << "    };\n";
 }
 
 void printClass(const Class& of) {
@@ -120,9 +138,7 @@ void printClass(const Class& of) {
     if (identity == nullptr || of.events.empty() != identity->events.empty()) {
         throw std::logic_error("incomplete identity of the class " + std::string(of.name));
     }
-    openInterface(identity->members, of.name, "", std::string("Members of ").append(of.name));
-    for (const Member& member : of.members) printMember(member);
-    std::cout << "    };\n";
+    printMembers(of, identity->members);
     if (!of.events.empty()) {
         openInterface(identity->events, of.name, "Events", std::string("Events of ").append(of.name));
         for (const Event& event : of.events) printEvent(event);
@@ -137,7 +153,10 @@ void printClass(const Class& of) {
 void printLibrary() {
     std::cout << "#include \"automation_types.idl\"\n\n[uuid(" << libraryId << "), version(" << libraryMajor << '.'
               << libraryMinor << "), helpstring(\"Quill1XML\")]\nlibrary " << libraryName
-              << "\n{\n    importlib(\"stdole2.tlb\");\n";
+              << "\n{\n    importlib(\"stdole2.tlb\");\n\n"
+                 "    typedef [helpstring(\"Yes, no, or not sent\")] enum ThreeState\n"
+                 "    {\n        tsNotSent = -1,\n        tsNo = 0,\n        tsYes = 1\n    } ThreeState;\n";
+    printMembers(collectionClass(), collectionId);
     for (const Class* each : classes()) printClass(*each);
     std::cout << "};\n";
     if (!std::cout.flush()) throw std::runtime_error("cannot write");
