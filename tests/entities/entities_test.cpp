@@ -1,5 +1,6 @@
 // Downloaded records through their C++ classes: conversions, decoding, and the collections of their child elements.
 #include "quill1xml/entities.hpp"
+#include "quill1xml/store.hpp"
 
 #include "automation/classes.hpp"
 #include "support/expect_error.hpp"
