@@ -143,11 +143,22 @@ struct CloseFolder {
     void operator()(DIR* folder) const noexcept { closedir(folder); }
 };
 
-bool isNormalFile(DIR* folder, const dirent& entry) {
+/// The next entry of a folder, null at its end.
+const dirent* nextEntry(DIR* folder, Text folderName) {
+    errno = 0;  // the end of a folder and a failure look the same otherwise
+    const dirent* entry = readdir(folder);
+    if (entry == nullptr && errno != 0) throw fileError(errno, folderName);
+    return entry;
+}
+
+bool isNormalFile(DIR* folder, const dirent& entry, Text name) {
     if (entry.d_type == DT_REG) return true;
     if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) return false;
     struct stat status;
-    return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+    if (fstatat(dirfd(folder), entry.d_name, &status, 0) == 0) return S_ISREG(status.st_mode);
+    const bool gone = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;  // links that lead nowhere too
+    if (!gone) throw fileError(errno, name);
+    return false;
 }
 
 int hexDigit(char c) {
@@ -186,9 +197,9 @@ public:
         const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.c_str()));
         if (!folder && errno != ENOENT && errno != ENOTDIR) throw fileError(errno, folderName);
         std::vector<std::u16string> names;
-        while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        while (const dirent* entry = folder ? nextEntry(folder.get(), folderName) : nullptr) {
             std::u16string name = toUtf16(entry->d_name);
-            if (matchesWildcard(name, namePattern, false) && isNormalFile(folder.get(), *entry)) {
+            if (matchesWildcard(name, namePattern, false) && isNormalFile(folder.get(), *entry, name)) {
                 names.push_back(std::move(name));
             }
         }
