@@ -1,4 +1,5 @@
 #include "platform/ports.hpp"
+#include "quill1xml/text.hpp"
 #include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
 #include "support/loopback_server.hpp"
@@ -6,6 +7,12 @@
 #include "support/text_printer.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include <libxml/xmlmemory.h>
 
 namespace quill1xml::platform {
 namespace {
@@ -75,6 +82,48 @@ TEST_F(PosixXmlTest, DepthIsBoundedAndSizeIsNot) {
     const auto document = xml_->parse({{u"<a x='", image, u"'>", image, u"</a>"}}, nullptr, error);
     ASSERT_TRUE(document) << utf8(error.reason);
     EXPECT_TRUE(document->root()->attribute(u"x") == image);
+}
+
+int untilFailure = 0;  ///< the allocation of the parser to fail, counted from 1; 0 for none
+
+bool fails() { return untilFailure > 0 && --untilFailure == 0; }
+
+/// Puts the allocations of libxml2 under the test's control.
+class FailingParser {
+public:
+    FailingParser() {
+        xmlMemSetup(
+            std::free, [](std::size_t size) { return fails() ? nullptr : std::malloc(size); },
+            [](void* memory, std::size_t size) { return fails() ? nullptr : std::realloc(memory, size); },
+            [](const char* text) { return fails() ? nullptr : strdup(text); });
+    }
+    ~FailingParser() { xmlMemSetup(std::free, std::malloc, std::realloc, strdup); }
+};
+
+TEST_F(PosixXmlTest, WithoutMemoryNothingIsEmptied) {
+    const FailingParser failing;
+    constexpr Text text = u"<?xml version='1.0' encoding='UTF-8'?><a b='x' c='&amp;&#60;' d='\n'><e>f</e></a>";
+    for (int allocation = 1;; ++allocation) {
+        bool enough = true;
+        untilFailure = allocation;
+        try {
+            ParseError error;
+            const auto document = xml_->parse({{text}}, nullptr, error);
+            ASSERT_TRUE(document) << utf8(error.reason);
+            EXPECT_EQ(document->root()->attribute(u"b"), u"x") << allocation;
+            EXPECT_EQ(document->root()->attribute(u"c"), u"&<") << allocation;
+            EXPECT_EQ(document->root()->attribute(u"d"), u" ") << allocation;
+            EXPECT_TRUE(document->utf8().ends_with("d=\" \"><e>f</e></a>\n")) << allocation;
+        } catch (const std::bad_alloc&) {
+            enough = false;
+        }
+        if (untilFailure > 0) {
+            EXPECT_TRUE(enough);
+            EXPECT_GT(allocation, 50);
+            untilFailure = 0;
+            return;
+        }
+    }
 }
 
 TEST_F(PosixXmlTest, DocumentTypesBringNothingIn) {
