@@ -84,6 +84,31 @@ TEST_F(PosixXmlTest, DepthIsBoundedAndSizeIsNot) {
     EXPECT_TRUE(document->root()->attribute(u"x") == image);
 }
 
+TEST_F(PosixXmlTest, WhatWouldTakeHoursIsRefused) {
+    const auto many = [](Text before, int count) {
+        std::u16string text;
+        for (int i = 0; i < count; ++i) text.append(before).append(toUtf16(std::to_string(i))).append(u"='b'");
+        return text;
+    };
+    const std::u16string attributes = many(u" a", 10'001);
+    EXPECT_EQ(failure(u"<a" + attributes + u"/>").reason, u"A tag has more than 10000 attributes");
+    // Behind a mistake the parser goes on.
+    EXPECT_EQ(failure(u"<a b \"> <a" + attributes + u"/>").reason, u"A tag has more than 10000 attributes");
+    EXPECT_EQ(failure(u"<a" + many(u" xmlns:a", 40) + u"><a" + many(u" xmlns:b", 40) + u"/></a>").reason,
+              u"More than 64 namespaces are declared");
+    std::u16string tags = u"<a>";
+    for (int i = 0; i < 100; ++i) tags += u"<a" + many(u" a", 2000) + u"/>";
+    EXPECT_EQ(failure(tags).reason, u"Too many tags have hundreds of attributes");
+    EXPECT_EQ(failure(u"<a><a" + many(u"/><a b", 100'001)).reason, u"There are more than 100000 different names");
+    const std::u16string choices(70'000, u'|');
+    EXPECT_EQ(failure(u"<!DOCTYPE a [<!ATTLIST a b (" + choices + u") #IMPLIED>]><a/>").reason,
+              u"The document type is longer than 64 KiB");
+    ParseError error;
+    const std::u16string quoted = u"<!--<a" + attributes + u"--><a" + many(u" a", 10'000) + u"><![CDATA[<a" +
+                                  attributes + u"]]><?a <a" + attributes + u"?></a>";
+    EXPECT_TRUE(xml_->parse({{Text(quoted)}}, nullptr, error)) << utf8(error.reason);
+}
+
 int untilFailure = 0;  ///< the allocation of the parser to fail, counted from 1; 0 for none
 
 bool fails() { return untilFailure > 0 && --untilFailure == 0; }

@@ -1,5 +1,6 @@
 #include "platform/posix/xml_parsing.hpp"
 
+#include "platform/posix/xml_limits.hpp"
 #include "platform/posix/xml_memory.hpp"
 #include "quill1xml/text.hpp"
 
@@ -100,6 +101,14 @@ void onStartElement(void* data, const xmlChar* name, const xmlChar* prefix, cons
         refuse(context, XML_ERR_INTERNAL_ERROR, u"Elements are nested more than 256 levels deep");
         return;
     }
+    if (context->nsNr > 2 * maximumNamespaces) {  // prefixes and names take turns
+        refuse(context, XML_ERR_INTERNAL_ERROR, u"More than 64 namespaces are declared");
+        return;
+    }
+    if (xmlDictSize(context->dict) > maximumNames) {
+        refuse(context, XML_ERR_INTERNAL_ERROR, u"There are more than 100000 different names");
+        return;
+    }
     const int depth = context->nodeNr;
     xmlSAX2StartElementNs(data, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
                           attributes);
@@ -136,6 +145,11 @@ TreeOwner parseTree(std::string_view document, SourceEncoding encoding, ParseErr
     if (document.size() > maximumSize) {
         error.code = XML_ERR_NO_MEMORY;
         error.reason = u"The document is larger than 1 GiB";
+        return nullptr;
+    }
+    if (const Text excess = excessIn(document); !excess.empty()) {
+        error.code = XML_ERR_INTERNAL_ERROR;
+        error.reason = excess;
         return nullptr;
     }
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(xmlNewParserCtxt());
