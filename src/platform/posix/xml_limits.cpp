@@ -34,8 +34,9 @@ constexpr std::size_t comparisonsInAny = 2 * maximumAttributes * maximumAttribut
 
 }  // namespace
 
-std::u16string_view excessIn(std::string_view rest) {
-    const std::size_t allowed = comparisonsInAny + comparisonsPerByte * rest.size();
+std::u16string_view excessIn(std::string_view document) {
+    std::string_view rest = document;
+    const std::size_t allowed = comparisonsInAny + comparisonsPerByte * document.size();
     std::size_t comparisons = 0;
     std::size_t declared = 0;
     while (true) {
