@@ -37,6 +37,7 @@ packages_for() {
             page) echo chromium libxml2-utils ;;
             lint) echo clang-format clang-tidy shellcheck ;;
             fuzz) echo clang libclang-rt-dev ;;
+            torture) echo strace ;;
             *) die "no such group of packages: $group" ;;
         esac
     done

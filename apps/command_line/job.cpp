@@ -6,6 +6,7 @@
 #include "command_line/json_arguments.hpp"
 #include "command_line/json_values.hpp"
 #include "command_line/nearest.hpp"
+#include "command_line/packet_folders.hpp"
 #include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/store.hpp"
@@ -69,7 +70,10 @@ struct Place {
 class Job {
 public:
     Job(const ports::Environment& environment, const Streams& streams)
-        : store_(environment), streams_(streams), progress_(streams.err, streams.terminal) {
+        : folders_(environment.files, streams.err),
+          store_(environment),
+          streams_(streams),
+          progress_(streams.err, streams.terminal) {
         store_.onPacketUploaded([this](Text name, Long number) {
             sent_.emplace(name);
             progress_.packet(name, number);
@@ -114,8 +118,10 @@ private:
         fillArguments(arguments, member, *call.begin());
         // What is added may go to a packet file that was sent.
         if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
-        prepareSending(member, *call.begin());
+        folders_.prepare(member, *call.begin(), sent_);
+        if (sendsPackets(member, *call.begin())) prepareSending();
         const automation::Value result = member.invoke(&store_, arguments.data());
+        folders_.follow(member, *call.begin());
         progress_.finish();
         if (member.result != automation::ResultType::nothing) {
             streams_.out << nlohmann::ordered_json{{place.method, toJson(result)}}.dump() << std::endl;
@@ -123,9 +129,7 @@ private:
     }
 
     /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
-    void prepareSending(const Member& member, const json& values) {
-        const json source = values.value("strSource", json());
-        if (member.name != "Send" || !(source.is_null() || source == "Memory")) return;
+    void prepareSending() {
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
@@ -143,6 +147,7 @@ private:
         streams_.err << errorText(error) << std::endl;
     }
 
+    PacketFolders folders_;  ///< held until the store is gone
     Store store_;
     const Streams& streams_;
     Progress progress_;

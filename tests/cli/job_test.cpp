@@ -1,13 +1,19 @@
 // Jobs of JSON lines: what they print, and what they say of the first mistake.
 #include "command_line/job.hpp"
 
+#include "command_line/folder_lock.hpp"
 #include "quill1xml/schema.hpp"
 #include "support/scripted_xml.hpp"
+#include "support/temp_folder.hpp"
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
 #include <ios>
 #include <sstream>
+
+#include <unistd.h>
 
 namespace quill1xml::cli {
 namespace {
@@ -205,6 +211,40 @@ TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
         EXPECT_EQ(played.err.find("delete WebStoreOther1.tmp") != std::string::npos, c.warnsOfOther) << played.err;
         fake_.http->replies.clear();
     }
+}
+
+TEST_F(JobTest, CreateWarnsOfWhatItDeletes) {
+    fake_.files->texts = {{u"T\\WebStore1.tmp", u"<Store xmlns=\"WebStore\" StoreID=\"58\">"},
+                          {u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
+    EXPECT_EQ(play(job).err, "warning: Create will delete 2 unsent packet files of store 58 in T\n");
+    fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
+    EXPECT_EQ(play(job).err, "warning: Create will delete 1 unsent packet file of an unknown store in T\n");
+}
+
+TEST_F(JobTest, AFolderIsForOneJobAtATime) {
+    const testing::TempFolder folder;
+    const std::string use = R"({"SetTempFilePath":{"strTempFilePath":")" + folder.path().string() + "\"}}\n";
+    const std::string add = R"({"AddTax":{"strTaxCode":"A"}})";
+    const std::filesystem::path lock = folder.path() / ".quill1xml.lock";
+    {
+        const FolderLock other(folder.path().u16string());
+        ASSERT_TRUE(other.holds());
+        const Played refused = play(use + add);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_THAT(refused.err, StartsWith("line 2: AddTax: error 70 (Quill1XML): Permission denied: "));
+        EXPECT_THAT(refused.err, HasSubstr(folder.path().string() + ", process " + std::to_string(getpid()) + "; "));
+        EXPECT_TRUE(fake_.files->texts.empty());
+        EXPECT_EQ(play(use + R"({"FormatDate":{"dtmUnformatted":"2007-03-05"}})").status, 0) << "nothing is touched";
+    }
+    EXPECT_FALSE(std::filesystem::exists(lock));
+    std::ofstream(lock) << "1\n";  // as a job leaves it that was killed
+    // The same folder by another name is not another job's.
+    EXPECT_EQ(play(use + add + "\n" + use.substr(0, use.size() - 4) + "/\"}}\n" + add).err, "");
+    EXPECT_FALSE(std::filesystem::exists(lock));
+    std::filesystem::create_directory(lock);
+    const Played warned = play(use + add);
+    EXPECT_EQ(warned.status, 0);
+    EXPECT_THAT(warned.err, HasSubstr(" cannot be held against other jobs ("));
 }
 
 }  // namespace

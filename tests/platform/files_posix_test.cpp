@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quill1xml::platform {
@@ -51,6 +52,15 @@ TEST_F(PosixFilesTest, AFailedAppendLeavesTheFileAsItWas) {
     EXPECT_EQ(files_->readText(name), u"kept");
     EXPECT_FALSE(std::filesystem::exists(folder_.path() / "fresh"));
     expectError([&] { files_->appendText(u"\\dev\\full", u"x"); }, 61, u"\\dev\\full");
+}
+
+TEST_F(PosixFilesTest, WhatIsNoFileIsRefused) {
+    const std::u16string pipe = folder_.name(u"pipe");
+    ASSERT_EQ(mkfifo((folder_.path() / "pipe").c_str(), 0600), 0);
+    expectError([&] { files_->appendText(pipe, u"x"); }, 75, pipe + u" is not a regular file");
+    for (const std::u16string& name : {pipe, std::u16string(u"\\dev\\zero"), folder_.path().u16string()}) {
+        expectError([&] { files_->readBytes(name); }, 75, name + u" is not a regular file");
+    }
 }
 
 TEST_F(PosixFilesTest, PermissionsHold) {

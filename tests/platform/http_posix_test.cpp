@@ -1,6 +1,7 @@
 #include "platform/posix/http.hpp"
 #include "support/expect_error.hpp"
 #include "support/loopback_server.hpp"
+#include "support/text_printer.hpp"
 
 #include <gmock/gmock.h>
 
@@ -54,16 +55,31 @@ TEST(CurlHttp, ARedirectedBodyIsPostedAgain) {
     }
 }
 
-TEST(CurlHttp, RedirectsAreFewAndStayWithHttp) {
-    for (const std::string target : {"/again", "file:///etc/passwd", "ftp://127.0.0.1/"}) {
-        LoopbackServer server(always(httpReply("302 Found", "Location: " + target + "\r\n", "")));
-        expectError([&] { CurlHttp().post(u"http://" + server.address(), "text/xml", "<a/>"); }, 440, u"127.0.0.1");
-        EXPECT_EQ(server.requests().size(), target == "/again" ? 6u : 1u) << target;
+TEST(CurlHttp, RedirectsAreFewAndStayWithTheHost) {
+    LoopbackServer other(always(httpReply("200 OK", "", "mine")));
+    const std::string elsewhere = "http://" + testing::utf8(other.address());
+    const struct {
+        std::string target;
+        std::u16string expected;
+    } cases[] = {{"/again", u"127.0.0.1: the server redirects more than 5 times"},
+                 {elsewhere + "/in", other.address()},
+                 {"http://localhost/", u"redirects to http://localhost:80, "},
+                 {"file:///etc/passwd", u"redirects to file://"},
+                 {"ftp://127.0.0.1/", u"redirects to ftp://127.0.0.1:21"}};
+    for (const auto& c : cases) {
+        for (const std::string status : {"301 Moved", "303 See Other", "307 Moved"}) {
+            LoopbackServer server(always(httpReply(status, "Location: " + c.target + "\r\n", "")));
+            const std::u16string url = u"http://user:secret@" + server.address();
+            expectError([&] { CurlHttp().post(url, "text/xml", "<a/>"); }, 440, c.expected);
+            expectError([&] { CurlHttp().get(url); }, 440, c.expected);
+            EXPECT_EQ(server.requests().size(), c.target == "/again" ? 12u : 2u) << c.target;
+        }
     }
+    EXPECT_TRUE(other.requests().empty());
 }
 
 TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
-    const HttpLimits limits{.silence = std::chrono::seconds(1), .replyBytes = 1000};
+    const HttpLimits limits{.silence = std::chrono::seconds(1), .replyBytes = 2000};
     const struct {
         LoopbackServer::Answer answer;
         const char16_t* expected;
@@ -71,7 +87,8 @@ TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
         {always(""), u""},                                                            // closes
         {always("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\ncut"), u""},           // closes too soon
         {[](const std::string&) { return std::nullopt; }, u"no byte moved for 1 s"},  // hangs
-        {always(httpReply("200 OK", "", std::string(1001, 'x'))), u"larger than 1000 bytes"},
+        {always(httpReply("200 OK", "", std::string(2000, 'x'))), u"larger than 2000 bytes"},
+        {always(httpReply("200 OK", "X: " + std::string(2000, 'x') + "\r\n", "")), u"larger than 2000 bytes"},
     };
     for (const auto& c : cases) {
         LoopbackServer server(c.answer);
@@ -84,8 +101,12 @@ TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
         EXPECT_THAT(error->what(), AllOf(HasSubstr("127.0.0.1"), Not(HasSubstr("secret")), Not(HasSubstr("hidden"))));
         EXPECT_NE(error->description().find(c.expected), std::u16string::npos) << error->what();
     }
-    LoopbackServer full(always(httpReply("200 OK", "", std::string(1000, 'x'))));
-    EXPECT_EQ(CurlHttp(limits).post(u"http://" + full.address(), "text/xml", "<a/>").body.size(), 1000u);
+    LoopbackServer full(always(httpReply("200 OK", "", std::string(1900, 'x'))));
+    EXPECT_EQ(CurlHttp(limits).post(u"http://" + full.address(), "text/xml", "<a/>").body.size(), 1900u);
+    std::string trailers = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n";
+    for (int i = 0; i < 400; ++i) trailers += "X: " + std::string(3000, 'x') + "\r\n";
+    LoopbackServer chatty(always(trailers + "\r\n"));
+    expectError([&] { CurlHttp().get(u"http://" + chatty.address()); }, 440, u"headers of the reply are larger");
 
     std::u16string closed;
     {

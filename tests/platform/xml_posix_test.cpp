@@ -1,4 +1,5 @@
 #include "platform/ports.hpp"
+#include "quill1xml/text.hpp"
 #include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
 #include "support/loopback_server.hpp"
@@ -6,6 +7,12 @@
 #include "support/text_printer.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include <libxml/xmlmemory.h>
 
 namespace quill1xml::platform {
 namespace {
@@ -75,6 +82,73 @@ TEST_F(PosixXmlTest, DepthIsBoundedAndSizeIsNot) {
     const auto document = xml_->parse({{u"<a x='", image, u"'>", image, u"</a>"}}, nullptr, error);
     ASSERT_TRUE(document) << utf8(error.reason);
     EXPECT_TRUE(document->root()->attribute(u"x") == image);
+}
+
+TEST_F(PosixXmlTest, WhatWouldTakeHoursIsRefused) {
+    const auto many = [](Text before, int count) {
+        std::u16string text;
+        for (int i = 0; i < count; ++i) text.append(before).append(toUtf16(std::to_string(i))).append(u"='b'");
+        return text;
+    };
+    const std::u16string attributes = many(u" a", 10'001);
+    EXPECT_EQ(failure(u"<a" + attributes + u"/>").reason, u"A tag has more than 10000 attributes");
+    // Behind a mistake the parser goes on.
+    EXPECT_EQ(failure(u"<a b \"> <a" + attributes + u"/>").reason, u"A tag has more than 10000 attributes");
+    EXPECT_EQ(failure(u"<a" + many(u" xmlns:a", 40) + u"><a" + many(u" xmlns:b", 40) + u"/></a>").reason,
+              u"More than 64 namespaces are declared");
+    std::u16string tags = u"<a>";
+    for (int i = 0; i < 100; ++i) tags += u"<a" + many(u" a", 2000) + u"/>";
+    EXPECT_EQ(failure(tags).reason, u"Too many tags have hundreds of attributes");
+    EXPECT_EQ(failure(u"<a><a" + many(u"/><a b", 100'001)).reason, u"There are more than 100000 different names");
+    const std::u16string choices(70'000, u'|');
+    EXPECT_EQ(failure(u"<!DOCTYPE a [<!ATTLIST a b (" + choices + u") #IMPLIED>]><a/>").reason,
+              u"The document type is longer than 64 KiB");
+    ParseError error;
+    const std::u16string quoted = u"<!--<a" + attributes + u"--><a" + many(u" a", 10'000) + u"><![CDATA[<a" +
+                                  attributes + u"]]><?a <a" + attributes + u"?></a>";
+    EXPECT_TRUE(xml_->parse({{Text(quoted)}}, nullptr, error)) << utf8(error.reason);
+}
+
+int untilFailure = 0;  ///< the allocation of the parser to fail, counted from 1; 0 for none
+
+bool fails() { return untilFailure > 0 && --untilFailure == 0; }
+
+/// Puts the allocations of libxml2 under the test's control.
+class FailingParser {
+public:
+    FailingParser() {
+        xmlMemSetup(
+            std::free, [](std::size_t size) { return fails() ? nullptr : std::malloc(size); },
+            [](void* memory, std::size_t size) { return fails() ? nullptr : std::realloc(memory, size); },
+            [](const char* text) { return fails() ? nullptr : strdup(text); });
+    }
+    ~FailingParser() { xmlMemSetup(std::free, std::malloc, std::realloc, strdup); }
+};
+
+TEST_F(PosixXmlTest, WithoutMemoryNothingIsEmptied) {
+    const FailingParser failing;
+    constexpr Text text = u"<?xml version='1.0' encoding='UTF-8'?><a b='x' c='&amp;&#60;' d='\n'><e>f</e></a>";
+    for (int allocation = 1;; ++allocation) {
+        bool enough = true;
+        untilFailure = allocation;
+        try {
+            ParseError error;
+            const auto document = xml_->parse({{text}}, nullptr, error);
+            ASSERT_TRUE(document) << utf8(error.reason);
+            EXPECT_EQ(document->root()->attribute(u"b"), u"x") << allocation;
+            EXPECT_EQ(document->root()->attribute(u"c"), u"&<") << allocation;
+            EXPECT_EQ(document->root()->attribute(u"d"), u" ") << allocation;
+            EXPECT_TRUE(document->utf8().ends_with("d=\" \"><e>f</e></a>\n")) << allocation;
+        } catch (const std::bad_alloc&) {
+            enough = false;
+        }
+        if (untilFailure > 0) {
+            EXPECT_TRUE(enough);
+            EXPECT_GT(allocation, 50);
+            untilFailure = 0;
+            return;
+        }
+    }
 }
 
 TEST_F(PosixXmlTest, DocumentTypesBringNothingIn) {

@@ -34,12 +34,13 @@ auto retried(Call call) {
     return result;
 }
 
-/// An open file by its host name. Every failure is thrown as a fileError.
+/// An open file by its host name. Every failure is thrown as a fileError; what is no file but would block, or never
+/// end, is refused.
 class File {
 public:
     File(const NativePath& path, Text name, int flags) : name_(name) {
         const auto tryOpen = [&](int more) {
-            return retried([&] { return open(path.c_str(), flags | more | O_CLOEXEC, anyoneByUmask); });
+            return retried([&] { return open(path.c_str(), flags | more | O_CLOEXEC | O_NONBLOCK, anyoneByUmask); });
         };
         // Asking for an existing file first tells whether a failed write has to take a new one away again.
         descriptor_ = tryOpen(0);
@@ -47,7 +48,18 @@ public:
             descriptor_ = tryOpen(O_CREAT);
             created_ = true;
         }
+        if (descriptor_ == -1 && errno == ENXIO) refuse();  // a pipe that nobody reads
         if (descriptor_ == -1) fail();
+        try {
+            struct stat status;
+            if (fstat(descriptor_, &status) != 0) fail();
+            // Devices may be written to, as ever.
+            if (!S_ISREG(status.st_mode) && !(S_ISCHR(status.st_mode) && (flags & O_WRONLY) != 0)) refuse();
+            size_ = status.st_size;
+        } catch (const Error&) {
+            ::close(descriptor_);
+            throw;
+        }
     }
 
     File(const File&) = delete;
@@ -57,17 +69,20 @@ public:
         if (descriptor_ != -1) ::close(descriptor_);
     }
 
+    /// Waits until what was written would survive a power cut.
+    void flush() {
+        const int result = retried([&] { return fsync(descriptor_); });
+        if (result != 0 && errno != EINVAL) fail();  // a device has nothing to flush
+    }
+
     /// Closes the file; some systems report a failed write only here.
     void close() {
         // Linux closes the descriptor even when a signal gets in the way.
         if (::close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) fail();
     }
 
-    off_t size() const {
-        const off_t end = lseek(descriptor_, 0, SEEK_END);
-        if (end == -1) fail();
-        return end;
-    }
+    /// In bytes, as it was opened.
+    off_t size() const noexcept { return size_; }
 
     void write(std::span<iovec> parts) {
         while (!parts.empty()) {
@@ -101,17 +116,25 @@ private:
 
     [[noreturn]] void fail() const { throw fileError(errno, name_); }
 
+    [[noreturn]] void refuse() const {
+        throw runtimeError(RuntimeError::pathFileAccess, std::u16string(name_) + u" is not a regular file");
+    }
+
     Text name_;
     int descriptor_ = -1;
+    off_t size_ = 0;
     bool created_ = false;
 };
 
 iovec part(const void* data, std::size_t size) { return {const_cast<void*>(data), size}; }
 
+enum class Durable : bool { no, yes };
+
 /// Writes to an open file and closes it. What a failure leaves behind is taken back, as far as the system lets us.
-void writeParts(File& file, const NativePath& path, off_t formerSize, std::span<iovec> parts) {
+void writeParts(File& file, const NativePath& path, off_t formerSize, std::span<iovec> parts, Durable durable) {
     try {
         file.write(parts);
+        if (durable == Durable::yes) file.flush();
         file.close();
     } catch (const Error&) {
         const bool restored = truncate(path.c_str(), formerSize) == 0;
@@ -136,18 +159,29 @@ void writeText(Text fileName, Text text, int flags) {
     }
     std::array<iovec, 2> parts{part(byteOrderMark.data(), byteOrderMark.size()),
                                part(text.data(), text.size() * sizeof(char16_t))};
-    writeParts(file, path, size, std::span(parts).subspan(size == 0 ? 0 : 1));
+    writeParts(file, path, size, std::span(parts).subspan(size == 0 ? 0 : 1), Durable::no);
 }
 
 struct CloseFolder {
     void operator()(DIR* folder) const noexcept { closedir(folder); }
 };
 
-bool isNormalFile(DIR* folder, const dirent& entry) {
+/// The next entry of a folder, null at its end.
+const dirent* nextEntry(DIR* folder, Text folderName) {
+    errno = 0;  // the end of a folder and a failure look the same otherwise
+    const dirent* entry = readdir(folder);
+    if (entry == nullptr && errno != 0) throw fileError(errno, folderName);
+    return entry;
+}
+
+bool isNormalFile(DIR* folder, const dirent& entry, Text name) {
     if (entry.d_type == DT_REG) return true;
     if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) return false;
     struct stat status;
-    return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+    if (fstatat(dirfd(folder), entry.d_name, &status, 0) == 0) return S_ISREG(status.st_mode);
+    const bool gone = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;  // links that lead nowhere too
+    if (!gone) throw fileError(errno, name);
+    return false;
 }
 
 int hexDigit(char c) {
@@ -186,9 +220,9 @@ public:
         const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.c_str()));
         if (!folder && errno != ENOENT && errno != ENOTDIR) throw fileError(errno, folderName);
         std::vector<std::u16string> names;
-        while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        while (const dirent* entry = folder ? nextEntry(folder.get(), folderName) : nullptr) {
             std::u16string name = toUtf16(entry->d_name);
-            if (matchesWildcard(name, namePattern, false) && isNormalFile(folder.get(), *entry)) {
+            if (matchesWildcard(name, namePattern, false) && isNormalFile(folder.get(), *entry, name)) {
                 names.push_back(std::move(name));
             }
         }
@@ -215,7 +249,7 @@ void writeBytes(Text fileName, std::string_view bytes) {
     const NativePath path(fileName);
     File file(path, fileName, O_WRONLY | O_TRUNC);
     std::array<iovec, 1> parts{part(bytes.data(), bytes.size())};
-    writeParts(file, path, 0, parts);
+    writeParts(file, path, 0, parts, Durable::yes);
 }
 
 Bytes readBytes(Text fileName) {

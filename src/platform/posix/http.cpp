@@ -2,8 +2,10 @@
 
 #include "platform/posix/parts.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <new>
+#include <utility>
 
 #include <curl/curl.h>
 
@@ -12,7 +14,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr long maximumRedirects = 5;
+constexpr int maximumRedirects = 5;
+constexpr std::size_t maximumHeaders = 1024 * 1024;
 
 struct Free {
     void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
@@ -26,21 +29,35 @@ using Headers = std::unique_ptr<curl_slist, Free>;
 
 /// One exchange: what came back and why it was given up.
 struct Transfer {
-    enum class End { normal, silent, tooLarge, outOfMemory };
+    enum class End { normal, silent, tooLarge, longHeaders, outOfMemory };
 
     const HttpLimits& limits;
     HttpReply reply{};
+    std::size_t received = 0;  ///< of all replies, with their headers
+    std::size_t headers = 0;   ///< the part of it that is headers and trailers
     curl_off_t moved = 0;
     Clock::time_point lastMove = Clock::now();
     End end = End::normal;
 };
 
+/// Counts what came; false when it is too much.
+bool admit(Transfer& transfer, std::size_t size) noexcept {
+    if (size > transfer.limits.replyBytes - transfer.received) transfer.end = Transfer::End::tooLarge;
+    transfer.received += size;
+    return transfer.end == Transfer::End::normal;
+}
+
+// The library keeps all headers, however many there are.
+std::size_t onHeader(char*, std::size_t, std::size_t size, void* context) noexcept {
+    auto& transfer = *static_cast<Transfer*>(context);
+    transfer.headers += size;
+    if (transfer.headers > maximumHeaders) transfer.end = Transfer::End::longHeaders;
+    return admit(transfer, size) ? size : 0;
+}
+
 std::size_t onBody(char* data, std::size_t, std::size_t size, void* context) noexcept try {
     auto& transfer = *static_cast<Transfer*>(context);
-    if (size > transfer.limits.replyBytes - transfer.reply.body.size()) {
-        transfer.end = Transfer::End::tooLarge;
-        return 0;
-    }
+    if (!admit(transfer, size)) return 0;
     transfer.reply.body.append(data, size);
     return size;
 } catch (const std::bad_alloc&) {
@@ -64,18 +81,25 @@ int onProgress(void* context, curl_off_t, curl_off_t received, curl_off_t, curl_
 std::u16string number(long long value) { return toUtf16(std::to_string(value)); }
 
 /// A part of a URL, empty when it has none.
-std::u16string partOf(const Url& url, CURLUPart part) {
+std::u16string partOf(const Url& url, CURLUPart part, unsigned flags = 0) {
     char* text = nullptr;
-    if (curl_url_get(url.get(), part, &text, 0) != CURLUE_OK) return {};
+    const CURLUcode code = curl_url_get(url.get(), part, &text, flags);
+    if (code == CURLUE_OUT_OF_MEMORY) throw std::bad_alloc();
+    if (code != CURLUE_OK) return {};
     const std::unique_ptr<char, Free> owned(text);
     return toUtf16(text);
+}
+
+bool setPart(const Url& url, CURLUPart part, const std::string& text, unsigned flags = 0) {
+    const CURLUcode code = curl_url_set(url.get(), part, text.c_str(), flags);
+    if (code == CURLUE_OUT_OF_MEMORY) throw std::bad_alloc();
+    return code == CURLUE_OK;
 }
 
 Url parseUrl(Text text) {
     Url url(curl_url());
     if (!url) throw std::bad_alloc();
-    const bool parsed =
-        curl_url_set(url.get(), CURLUPART_URL, toUtf8(text).c_str(), CURLU_ALLOW_SPACE | CURLU_URLENCODE) == CURLUE_OK;
+    const bool parsed = setPart(url, CURLUPART_URL, toUtf8(text), CURLU_ALLOW_SPACE | CURLU_URLENCODE);
     const std::u16string scheme = partOf(url, CURLUPART_SCHEME);
     // The text may hold a password, so it is not repeated here.
     if (!parsed || (scheme != u"http" && scheme != u"https")) {
@@ -89,6 +113,7 @@ Url parseUrl(Text text) {
 Error transferError(CURLcode code, const char* detail, const Transfer& transfer, const Url& url) {
     const std::u16string host = partOf(url, CURLUPART_HOST);
     std::u16string reason;
+    if (code == CURLE_OUT_OF_MEMORY) return runtimeError(RuntimeError::outOfMemory, host);
     switch (transfer.end) {
         case Transfer::End::outOfMemory: return runtimeError(RuntimeError::outOfMemory, host);
         case Transfer::End::silent:
@@ -98,6 +123,7 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
             reason =
                 u"the reply is larger than " + number(static_cast<long long>(transfer.limits.replyBytes)) + u" bytes";
             break;
+        case Transfer::End::longHeaders: reason = u"the headers of the reply are larger than 1 MiB"; break;
         case Transfer::End::normal: reason = toUtf16(*detail != '\0' ? detail : curl_easy_strerror(code)); break;
     }
     return runtimeError(RuntimeError::automationError, host + u": " + reason);
@@ -112,7 +138,41 @@ void initialise() {
 template <typename Value>
 void set(CURL* handle, CURLoption option, Value value) {
     const CURLcode code = curl_easy_setopt(handle, option, value);
+    if (code == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
     if (code != CURLE_OK) throw runtimeError(RuntimeError::automationError, toUtf16(curl_easy_strerror(code)));
+}
+
+[[noreturn]] void refuseRedirect(const Url& from, const std::u16string& reason) {
+    throw runtimeError(RuntimeError::automationError, partOf(from, CURLUPART_HOST) + u": " + reason);
+}
+
+/// Where a reply sends the client on to. The body may hold a password, so it stays with the host that it was meant for:
+/// the same address, or its encrypted one.
+Url redirected(const Url& from, const char* location) {
+    Url to(curl_url());
+    if (!to) throw std::bad_alloc();
+    const bool parsed = setPart(to, CURLUPART_URL, location, CURLU_ALLOW_SPACE | CURLU_URLENCODE);
+    const auto same = [&](CURLUPart part) {
+        return equalIgnoringCase(Text(partOf(from, part, CURLU_DEFAULT_PORT)),
+                                 Text(partOf(to, part, CURLU_DEFAULT_PORT)));
+    };
+    const bool encrypts = partOf(from, CURLUPART_SCHEME) == u"http" && partOf(to, CURLUPART_SCHEME) == u"https";
+    if (!parsed) refuseRedirect(from, u"the server redirects to something that is no URL");
+    if (!same(CURLUPART_HOST) || !(encrypts || (same(CURLUPART_SCHEME) && same(CURLUPART_PORT)))) {
+        refuseRedirect(from, u"the server redirects to " + partOf(to, CURLUPART_SCHEME) + u"://" +
+                                 partOf(to, CURLUPART_HOST) + u":" + partOf(to, CURLUPART_PORT, CURLU_DEFAULT_PORT) +
+                                 u", and nothing is sent there unasked");
+    }
+    // Credentials in the URL are still good.
+    for (const CURLUPart part : {CURLUPART_USER, CURLUPART_PASSWORD}) {
+        const std::u16string given = partOf(from, part);
+        if (!given.empty() && partOf(to, part).empty()) setPart(to, part, toUtf8(given));
+    }
+    return to;
+}
+
+bool isRedirect(long status) {
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
 }
 
 }  // namespace
@@ -120,16 +180,14 @@ void set(CURL* handle, CURLoption option, Value value) {
 CurlHttp::CurlHttp(HttpLimits limits) : limits_(limits) { initialise(); }
 
 HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle)>& prepare) {
-    const Url url = parseUrl(address);
+    Url url = parseUrl(address);
     const Handle handle(curl_easy_init());
     if (!handle) throw std::bad_alloc();
     char detail[CURL_ERROR_SIZE] = "";
     Transfer transfer{limits_};
     set(handle.get(), CURLOPT_CURLU, url.get());
     set(handle.get(), CURLOPT_PROTOCOLS_STR, "http,https");
-    set(handle.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    set(handle.get(), CURLOPT_FOLLOWLOCATION, 1L);
-    set(handle.get(), CURLOPT_MAXREDIRS, maximumRedirects);
+    set(handle.get(), CURLOPT_FOLLOWLOCATION, 0L);
     set(handle.get(), CURLOPT_CONNECTTIMEOUT, static_cast<long>(limits_.connect.count()));
     set(handle.get(), CURLOPT_NOSIGNAL, 1L);
     set(handle.get(), CURLOPT_SSL_VERIFYPEER, 1L);
@@ -138,18 +196,32 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     set(handle.get(), CURLOPT_ERRORBUFFER, detail);
     set(handle.get(), CURLOPT_WRITEFUNCTION, &onBody);
     set(handle.get(), CURLOPT_WRITEDATA, &transfer);
+    set(handle.get(), CURLOPT_HEADERFUNCTION, &onHeader);
+    set(handle.get(), CURLOPT_HEADERDATA, &transfer);
     set(handle.get(), CURLOPT_NOPROGRESS, 0L);
     set(handle.get(), CURLOPT_XFERINFOFUNCTION, &onProgress);
     set(handle.get(), CURLOPT_XFERINFODATA, &transfer);
     prepare(handle.get());
 
-    const CURLcode code = curl_easy_perform(handle.get());
-    if (code != CURLE_OK) throw transferError(code, detail, transfer, url);
-    long status = 0;
+    for (int redirects = 0;; ++redirects) {
+        const CURLcode code = curl_easy_perform(handle.get());
+        if (code != CURLE_OK) throw transferError(code, detail, transfer, url);
+        long status = 0;
+        const char* location = nullptr;
+        curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
+        curl_easy_getinfo(handle.get(), CURLINFO_REDIRECT_URL, &location);
+        transfer.reply.status = static_cast<int>(status);
+        if (location == nullptr || !isRedirect(status)) break;
+        if (redirects == maximumRedirects) refuseRedirect(url, u"the server redirects more than 5 times");
+        Url next = redirected(url, location);
+        set(handle.get(), CURLOPT_CURLU, next.get());
+        url = std::move(next);
+        // A body that moved is posted again; only 303 (See Other) asks for a GET.
+        if (status == 303) set(handle.get(), CURLOPT_HTTPGET, 1L);
+        transfer.reply.body.clear();
+    }
     const char* type = nullptr;
-    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
     curl_easy_getinfo(handle.get(), CURLINFO_CONTENT_TYPE, &type);
-    transfer.reply.status = static_cast<int>(status);
     if (type != nullptr) transfer.reply.contentType = type;
     return std::move(transfer.reply);
 }
@@ -168,8 +240,6 @@ HttpReply CurlHttp::post(Text url, std::string_view contentType, std::string_vie
         set(handle, CURLOPT_POST, 1L);
         set(handle, CURLOPT_POSTFIELDS, body.empty() ? "" : body.data());  // null would read standard input
         set(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
-        // A body that moved is posted again; only 303 (See Other) asks for a GET.
-        set(handle, CURLOPT_POSTREDIR, long{CURL_REDIR_POST_301 | CURL_REDIR_POST_302});
         set(handle, CURLOPT_HTTPHEADER, headers.get());
     });
 }

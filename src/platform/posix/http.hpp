@@ -13,10 +13,11 @@ namespace quill1xml::platform {
 struct HttpLimits {
     std::chrono::seconds connect{30};             ///< until the connection stands
     std::chrono::seconds silence{300};            ///< without a byte in either direction
-    std::size_t replyBytes = 256u * 1024 * 1024;  ///< of a reply's body
+    std::size_t replyBytes = 256u * 1024 * 1024;  ///< of all that comes in, headers and redirects too
 };
 
-/// Speaks HTTP and HTTPS alone, checks certificates, and follows at most 5 redirects.
+/// Speaks HTTP and HTTPS alone and checks certificates. Follows at most 5 redirects, and only to the same host and port
+/// or from http to https of the same host.
 class CurlHttp final : public Http {
 public:
     explicit CurlHttp(HttpLimits limits = {});

@@ -4,6 +4,7 @@
 #include "text/declared_encoding.hpp"
 #include "text/utf.hpp"
 
+#include <new>
 #include <utility>
 
 #include <libxml/parser.h>
@@ -79,7 +80,9 @@ private:
         }
         // The declaration did not matter for reading, but it does for saving.
         const std::string encoding(declaredEncoding(utf8));
-        if (!encoding.empty()) tree->encoding = xmlStrdup(BAD_CAST encoding.c_str());
+        if (!encoding.empty() && (tree->encoding = xmlStrdup(BAD_CAST encoding.c_str())) == nullptr) {
+            throw std::bad_alloc();
+        }
         return makeDocument(std::move(tree), std::dynamic_pointer_cast<XsdSchema>(schema), {});
     }
 };

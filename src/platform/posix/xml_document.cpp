@@ -2,6 +2,7 @@
 
 #include "platform/posix/files.hpp"
 #include "platform/posix/short_utf8.hpp"
+#include "platform/posix/xml_memory.hpp"
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
@@ -139,12 +140,14 @@ struct FreeOutput {
 
 /// The tree's text in an encoding. Throws error 440 when the encoding is not known or lacks a character of a name.
 std::string serialise(xmlDoc* document, const char* encoding, int options) {
+    const MemoryWatch memory;
     const std::unique_ptr<xmlBuffer, FreeOutput> buffer(xmlBufferCreate());
     if (!buffer) throw std::bad_alloc();
     xmlSaveCtxt* const output = xmlSaveToBuffer(buffer.get(), encoding, options | XML_SAVE_AS_XML);
     const bool known = output != nullptr;
     const bool written = known && xmlSaveDoc(output, document) >= 0;
     const bool closed = known && xmlSaveClose(output) >= 0;
+    memory.check();
     if (!written || !closed) {
         throw runtimeError(RuntimeError::automationError,
                            u"the document cannot be written in the encoding " + toUtf16(encoding));

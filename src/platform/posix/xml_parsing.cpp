@@ -1,5 +1,7 @@
 #include "platform/posix/xml_parsing.hpp"
 
+#include "platform/posix/xml_limits.hpp"
+#include "platform/posix/xml_memory.hpp"
 #include "quill1xml/text.hpp"
 
 #include <cstdint>
@@ -46,15 +48,22 @@ void addPosition(ParseError& error, xmlParserCtxt* context) {
     error.sourceText = sourceLine(*context->input);
 }
 
-ParseError& errorIn(xmlParserCtxt* context) { return *static_cast<ParseError*>(context->_private); }
+/// What the callbacks find.
+struct Findings {
+    ParseError& error;
+    MemoryWatch memory{};
+};
 
-void refuse(xmlParserCtxt* context, xmlParserErrors code, Text reason) {
-    ParseError& error = errorIn(context);
-    if (!error) {
-        error.code = code;
-        error.reason = reason;
-        addPosition(error, context);
-    }
+Findings& findingsIn(xmlParserCtxt* context) { return *static_cast<Findings*>(context->_private); }
+
+void refuse(xmlParserCtxt* context, xmlParserErrors code, Text reason) noexcept {
+    Findings& findings = findingsIn(context);
+    findings.memory.guard([&] {
+        if (findings.error) return;
+        findings.error.code = code;
+        findings.error.reason = reason;
+        addPosition(findings.error, context);
+    });
     xmlStopParser(context);
 }
 
@@ -62,10 +71,26 @@ void refuse(xmlParserCtxt* context, xmlParserErrors code, Text reason) {
 template <typename XmlError>
 void onError(void* data, XmlError* error) noexcept {
     auto* context = static_cast<xmlParserCtxt*>(data);
+    Findings& findings = findingsIn(context);
+    findings.memory.look(*error);
     // The document type is not our concern, and what follows the first error follows from it.
-    if (error->level < XML_ERR_ERROR || error->domain == XML_FROM_DTD || errorIn(context)) return;
-    errorIn(context) = parseErrorOf(*error);
-    addPosition(errorIn(context), context);
+    if (error->level < XML_ERR_ERROR || error->domain == XML_FROM_DTD || findings.error) return;
+    findings.memory.guard([&] {
+        findings.error = parseErrorOf(*error);
+        addPosition(findings.error, context);
+    });
+}
+
+/// Whether an element got all of its attributes and their values; each is five fields as the parser hands them over.
+bool hasAttributes(const xmlNode& element, int count, const xmlChar** fields) {
+    const xmlAttr* attribute = element.properties;
+    for (int i = 0; i < count; ++i, fields += 5) {
+        if (attribute == nullptr) return false;
+        const bool empty = fields[3] == fields[4];
+        if (!empty && attribute->children == nullptr) return false;
+        attribute = attribute->next;
+    }
+    return true;
 }
 
 void onStartElement(void* data, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri, int namespaceCount,
@@ -76,11 +101,26 @@ void onStartElement(void* data, const xmlChar* name, const xmlChar* prefix, cons
         refuse(context, XML_ERR_INTERNAL_ERROR, u"Elements are nested more than 256 levels deep");
         return;
     }
+    if (context->nsNr > 2 * maximumNamespaces) {  // prefixes and names take turns
+        refuse(context, XML_ERR_INTERNAL_ERROR, u"More than 64 namespaces are declared");
+        return;
+    }
+    if (xmlDictSize(context->dict) > maximumNames) {
+        refuse(context, XML_ERR_INTERNAL_ERROR, u"There are more than 100000 different names");
+        return;
+    }
+    const int depth = context->nodeNr;
     xmlSAX2StartElementNs(data, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
                           attributes);
+    // libxml2 leaves out what it has no memory for, and not always says so.
+    if (context->nodeNr == depth || !hasAttributes(*context->node, attributeCount, attributes)) {
+        findingsIn(context).memory.ranOut();
+        xmlStopParser(context);
+        return;
+    }
     const auto line = static_cast<std::intptr_t>(context->input->line);
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the field is free for our use, and a line is what we keep in it.
-    if (context->node != nullptr) context->node->_private = reinterpret_cast<void*>(line);
+    context->node->_private = reinterpret_cast<void*>(line);
 }
 
 void onEntity(void* data, const xmlChar*, int, const xmlChar*, const xmlChar*, xmlChar*) noexcept {
@@ -107,9 +147,15 @@ TreeOwner parseTree(std::string_view document, SourceEncoding encoding, ParseErr
         error.reason = u"The document is larger than 1 GiB";
         return nullptr;
     }
+    if (const Text excess = excessIn(document); !excess.empty()) {
+        error.code = XML_ERR_INTERNAL_ERROR;
+        error.reason = excess;
+        return nullptr;
+    }
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(xmlNewParserCtxt());
     if (!context) throw std::bad_alloc();
-    context->_private = &error;
+    Findings findings{error};
+    context->_private = &findings;
     context->sax->serror = &onError;
     context->sax->startElementNs = &onStartElement;
     context->sax->entityDecl = &onEntity;
@@ -121,6 +167,7 @@ TreeOwner parseTree(std::string_view document, SourceEncoding encoding, ParseErr
                         (encoding == SourceEncoding::utf8 ? XML_PARSE_IGNORE_ENC : 0);
     TreeOwner tree(xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()), nullptr,
                                      nullptr, options));
+    findings.memory.check();
     // libxml2 takes a null character after the root element for the end.
     const bool complete = context->input != nullptr && context->input->cur == context->input->end;
     if (!error && (!tree || !complete)) {

@@ -1,6 +1,7 @@
 #include "platform/posix/xml_schema.hpp"
 
 #include "platform/posix/xml_document.hpp"
+#include "platform/posix/xml_memory.hpp"
 #include "quill1xml/text.hpp"
 
 #include <new>
@@ -10,6 +11,10 @@ namespace quill1xml::platform {
 namespace {
 
 constexpr std::size_t shownBytes = 200;  // of the offending element
+
+/// libxml2 compiles and validates in less, but for extraordinary schemas. At some places it does not look whether it
+/// got the memory that it asked for, and the process ends.
+constexpr std::size_t room = 16u * 1024 * 1024;
 
 struct FreeContext {
     void operator()(xmlSchemaParserCtxt* context) const noexcept { xmlSchemaFreeParserCtxt(context); }
@@ -27,30 +32,48 @@ std::u16string sourceOf(xmlNode* element) {
     const std::unique_ptr<xmlNode, FreeNode> copy(xmlDocCopyNode(element, element->doc, withAttributes));
     const std::unique_ptr<xmlBuffer, FreeNode> buffer(xmlBufferCreate());
     if (!copy || !buffer) throw std::bad_alloc();
-    xmlNodeDump(buffer.get(), element->doc, copy.get(), 0, 0);
+    if (xmlNodeDump(buffer.get(), element->doc, copy.get(), 0, 0) < 0) throw std::bad_alloc();
     return toUtf16(firstBytes(view(xmlBufferContent(buffer.get())), shownBytes));
 }
 
+/// What the callback finds.
+struct Findings {
+    ParseError& first;
+    MemoryWatch memory{};
+};
+
 template <typename XmlError>
 void onError(void* data, XmlError* error) noexcept {
-    auto& first = *static_cast<ParseError*>(data);
+    auto& findings = *static_cast<Findings*>(data);
+    ParseError& first = findings.first;
+    findings.memory.look(*error);
     if (error->level < XML_ERR_ERROR || first) return;
-    first = parseErrorOf(*error);
-    auto* node = static_cast<xmlNode*>(error->node);
-    while (node != nullptr && node->type != XML_ELEMENT_NODE) node = node->parent;
-    if (node == nullptr) return;
-    first.line = lineOf(node);
-    first.sourceText = sourceOf(node);
+    findings.memory.guard([&first, error] {
+        first = parseErrorOf(*error);
+        auto* node = static_cast<xmlNode*>(error->node);
+        while (node != nullptr && node->type != XML_ELEMENT_NODE) node = node->parent;
+        if (node == nullptr) return;
+        first.line = lineOf(node);
+        first.sourceText = sourceOf(node);
+    });
 }
 
 }  // namespace
 
 std::shared_ptr<XsdSchema> XsdSchema::compile(std::unique_ptr<Document> source, ParseError& error) {
     error = {};
-    const std::unique_ptr<xmlSchemaParserCtxt, FreeContext> context(xmlSchemaNewDocParserCtxt(treeOf(*source)));
+    requireRoom(room);
+    Findings findings{error};
+    std::unique_ptr<xmlSchemaParserCtxt, FreeContext> context(xmlSchemaNewDocParserCtxt(treeOf(*source)));
     if (!context) throw std::bad_alloc();
-    xmlSchemaSetParserStructuredErrors(context.get(), &onError, &error);
+    xmlSchemaSetParserStructuredErrors(context.get(), &onError, &findings);
     Compiled compiled(xmlSchemaParse(context.get()));
+    if (findings.memory.hasRunOut()) {
+        // Freeing what is half made would follow pointers that were never set.
+        (void)compiled.release();
+        (void)context.release();
+        throw std::bad_alloc();
+    }
     if (!compiled) return nullptr;
     return std::make_shared<XsdSchema>(std::move(source), std::move(compiled));
 }
@@ -59,11 +82,15 @@ XsdSchema::XsdSchema(std::unique_ptr<Document> source, Compiled compiled)
     : source_(std::move(source)), compiled_(std::move(compiled)) {}
 
 ParseError XsdSchema::validate(xmlDoc* document) const {
-    const std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context(xmlSchemaNewValidCtxt(compiled_.get()));
-    if (!context) throw std::bad_alloc();
+    requireRoom(room);
     ParseError error;
-    xmlSchemaSetValidStructuredErrors(context.get(), &onError, &error);
+    Findings findings{error};
+    std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context(xmlSchemaNewValidCtxt(compiled_.get()));
+    if (!context) throw std::bad_alloc();
+    xmlSchemaSetValidStructuredErrors(context.get(), &onError, &findings);
     const int result = xmlSchemaValidateDoc(context.get(), document);
+    if (findings.memory.hasRunOut()) (void)context.release();  // as above
+    findings.memory.check();
     if (result != 0 && !error) {
         error.code = result;
         error.reason = u"The document could not be validated";

@@ -1,0 +1,45 @@
+// The folders of a job's packet files.
+#pragma once
+
+#include "automation/classes.hpp"
+#include "command_line/folder_lock.hpp"
+#include "quill1xml/ports.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <map>
+#include <ostream>
+#include <set>
+#include <string>
+
+namespace quill1xml::cli {
+
+/// Whether a Send with these arguments posts packet files, rather than a document of the host's own.
+bool sendsPackets(const automation::Member& method, const nlohmann::json& values);
+
+/// Holds the folders that a job uses, each from the first call that touches it, until it ends.
+class PacketFolders {
+public:
+    /// Warnings go to the stream.
+    PacketFolders(std::shared_ptr<ports::Files> files, std::ostream& err) : files_(std::move(files)), err_(err) {}
+
+    /// Before a call. Throws as FolderLock does, before anything is touched; warns of a folder that cannot be held, and
+    /// of packet files not among the sent ones that a Create will delete.
+    void prepare(const automation::Member& method, const nlohmann::json& values, const std::set<std::u16string>& sent);
+
+    /// After a call that went well.
+    void follow(const automation::Member& method, const nlohmann::json& values);
+
+private:
+    void hold();
+    void warnOfLoss(const std::set<std::u16string>& sent) const;
+
+    std::shared_ptr<ports::Files> files_;
+    std::ostream& err_;
+    std::u16string folder_ = u"C:";  ///< the store's own where none is set
+    bool taken_ = false;             ///< the folder is held, or cannot be
+    std::map<std::filesystem::path, FolderLock> locks_;
+};
+
+}  // namespace quill1xml::cli
