@@ -19,6 +19,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quill1xml {
@@ -45,15 +46,22 @@ public:
     /// An object over a node. The environment's log hears of failures; without one the system's does.
     Entity(Node node, std::shared_ptr<const ports::Environment> environment);
 
+    /// As above, with the host's own object over the node.
+    Entity(Node node, std::shared_ptr<const ports::Environment> environment, std::shared_ptr<void> object);
+
     /// Sets or replaces the wrapped node.
     void Initialise(Node node);
 
     const Node& node() const noexcept { return node_; }
     const std::shared_ptr<const ports::Environment>& environment() const noexcept { return environment_; }
 
+    /// The host's own object, which the environment's objects made; null without such.
+    const std::shared_ptr<void>& object() const noexcept { return object_; }
+
 private:
     Node node_;
     std::shared_ptr<const ports::Environment> environment_;
+    std::shared_ptr<void> object_;
 };
 
 #define PROPERTY(dispid, Type, Name, ...) property_types::Type Name() const;
@@ -61,36 +69,42 @@ private:
 
 class Customer : public Entity {
 public:
+    static constexpr std::string_view className = "Customer";
     using Entity::Entity;
 #include "quill1xml/entities/customer.def"
 };
 
 class UserDefinedField : public Entity {
 public:
+    static constexpr std::string_view className = "UserDefinedField";
     using Entity::Entity;
 #include "quill1xml/entities/user_defined_field.def"
 };
 
 class OrderLineItem : public Entity {
 public:
+    static constexpr std::string_view className = "OrderLineItem";
     using Entity::Entity;
 #include "quill1xml/entities/order_line_item.def"
 };
 
 class Order : public Entity {
 public:
+    static constexpr std::string_view className = "Order";
     using Entity::Entity;
 #include "quill1xml/entities/order.def"
 };
 
 class QuotationLineItem : public Entity {
 public:
+    static constexpr std::string_view className = "QuotationLineItem";
     using Entity::Entity;
 #include "quill1xml/entities/quotation_line_item.def"
 };
 
 class Quotation : public Entity {
 public:
+    static constexpr std::string_view className = "Quotation";
     using Entity::Entity;
 #include "quill1xml/entities/quotation.def"
 };

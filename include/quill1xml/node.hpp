@@ -3,6 +3,7 @@
 
 #include "quill1xml/types.hpp"
 
+#include <concepts>
 #include <memory>
 #include <optional>
 #include <span>
@@ -37,8 +38,33 @@ private:
     std::shared_ptr<ports::Element> element_;
 };
 
-/// Nodes that are only looked at during the call they are passed to.
-using NodeList = std::span<const Node>;
+/// Nodes that someone else holds, looked up when a call needs them.
+class NodeSource {
+public:
+    virtual ~NodeSource() = default;
+
+    /// All of them, in their order. Throws Error.
+    virtual std::vector<Node> nodes() const = 0;
+};
+
+/// Nodes that are only looked at during the call they are passed to: an array's or a source's.
+class NodeList {
+public:
+    constexpr NodeList() = default;
+
+    template <class Nodes>
+    requires std::convertible_to<const Nodes&, std::span<const Node>>
+    constexpr NodeList(const Nodes& nodes) noexcept : nodes_(nodes) {}
+
+    explicit NodeList(const NodeSource& source) noexcept : source_(&source) {}
+
+    /// Throws what the source throws.
+    std::vector<Node> nodes() const;
+
+private:
+    std::span<const Node> nodes_;
+    const NodeSource* source_ = nullptr;
+};
 
 /// A parsed document.
 class Document {

@@ -17,6 +17,10 @@
 #include <string_view>
 #include <vector>
 
+namespace quill1xml {
+class Node;
+}
+
 namespace quill1xml::ports {
 
 /// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
@@ -195,7 +199,17 @@ public:
     virtual std::u16string generalDate(Date date) const = 0;
 };
 
-/// Everything a Store reaches outside itself. Every member must be set.
+/// Makes the host's own objects over downloaded elements, for hosts that know records as objects of another kind than
+/// the library's.
+class Objects {
+public:
+    virtual ~Objects() = default;
+
+    /// An object over each of the nodes, in their order. The class is one of quill1xml/entities.hpp by its name.
+    virtual std::vector<std::shared_ptr<void>> make(std::string_view className, std::span<const Node> nodes) = 0;
+};
+
+/// Everything a Store reaches outside itself. Every member but the objects must be set.
 struct Environment {
     std::shared_ptr<Files> files;
     std::shared_ptr<EventLog> log;
@@ -203,6 +217,7 @@ struct Environment {
     std::shared_ptr<Http> http;
     std::shared_ptr<Xml> xml;
     std::shared_ptr<System> system;
+    std::shared_ptr<Objects> objects{};  ///< null where the library's own objects are all
 };
 
 /// The environment of the system that the library was built for.

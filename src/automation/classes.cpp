@@ -30,9 +30,7 @@ const Member* memberNamed(const Class& of, Name name) {
 const Member* findMember(const Class& of, std::string_view name) { return memberNamed(of, name); }
 const Member* findMember(const Class& of, Text name) { return memberNamed(of, name); }
 
-int findParameter(const Member& of, std::string_view name) {
-    return indexOf(of.parameters, of.parameterNames, name);
-}
+int findParameter(const Member& of, std::string_view name) { return indexOf(of.parameters, of.parameterNames, name); }
 int findParameter(const Member& of, Text name) { return indexOf(of.parameters, of.parameterNames, name); }
 
 Arguments::Arguments(const Member& member)
@@ -75,6 +73,11 @@ void Arguments::setCurrency(std::size_t parameter, Currency value) { store(param
 void Arguments::setNodes(std::size_t parameter, std::vector<Node> nodes) {
     nodes_.push_back(std::make_unique<std::vector<Node>>(std::move(nodes)));
     store(parameter, NodeList(*nodes_.back()));
+}
+
+void Arguments::setNodes(std::size_t parameter, std::unique_ptr<const NodeSource> nodes) {
+    sources_.push_back(std::move(nodes));
+    store(parameter, NodeList(*sources_.back()));
 }
 
 void Arguments::requireAll() const {

@@ -26,14 +26,15 @@ struct Class;
 struct Collection {
     const Class* itemClass = nullptr;
     std::vector<Node> nodes;
+    std::vector<std::shared_ptr<void>> objects;             ///< the host's own over the nodes; null without such
     std::shared_ptr<const ports::Environment> environment;  ///< null for the system's
-    std::string_view label;                                 ///< of the error log, for a failure to make the objects
 };
 
 /// A result or an event argument.
 using Value = std::variant<std::monostate, Long, Integer, Double, Date, std::u16string, Bytes, Document, Collection>;
 
-/// The type of a member's result; `received` is a collection, a document or a text.
+/// The type of a member's result; `received` is a collection, a document or a text. The last two are those of
+/// collections only.
 enum class ResultType : std::uint8_t {
     nothing,
     longInteger,
@@ -130,6 +131,9 @@ public:
     /// Sets a node list parameter, or a node parameter, which takes exactly one node.
     void setNodes(std::size_t parameter, std::vector<Node> nodes);
 
+    /// Sets a node list parameter to nodes that the call itself looks up.
+    void setNodes(std::size_t parameter, std::unique_ptr<const NodeSource> nodes);
+
     /// Throws error 449 (Argument not optional) with the name of the first required parameter that was not set.
     void requireAll() const;
 
@@ -145,6 +149,7 @@ private:
     std::vector<bool> set_;
     std::vector<std::unique_ptr<std::u16string>> texts_;
     std::vector<std::unique_ptr<std::vector<Node>>> nodes_;
+    std::vector<std::unique_ptr<const NodeSource>> sources_;
 };
 
 /// A parameter's default from its member's argument struct.

@@ -44,16 +44,16 @@ constexpr Member property(Long dispid, std::string_view name, std::string_view s
         .invoke = [](void* object, const void*) -> Value { return (static_cast<const Object*>(object)->*getter)(); }};
 }
 
-/// A property that makes a new collection; the lambda returns the label of what makes its objects.
-template <class Object, auto getter, class Label>
-constexpr Member collection(Long dispid, std::string_view name, std::string_view summary, Label) {
+/// A property that makes a new collection.
+template <class Object, auto getter>
+constexpr Member collection(Long dispid, std::string_view name, std::string_view summary) {
     return {.dispid = dispid,
             .name = name,
             .kind = MemberKind::propertyGet,
             .result = ResultType::collection,
             .summary = summary,
             .invoke = [](void* object, const void*) -> Value {
-                return toValue((static_cast<const Object*>(object)->*getter)(), Label{}());
+                return toValue((static_cast<const Object*>(object)->*getter)());
             }};
 }
 
@@ -70,7 +70,7 @@ constexpr Member initialise(std::span<const Parameter> parameter) {
             .defaults = &noNode,
             .argumentsSize = sizeof noNode,
             .invoke = [](void* object, const void* arguments) -> Value {
-                static_cast<Object*>(object)->Initialise(static_cast<const NodeList*>(arguments)->front());
+                static_cast<Object*>(object)->Initialise(static_cast<const NodeList*>(arguments)->nodes().front());
                 return {};
             }};
 }
@@ -81,11 +81,13 @@ std::shared_ptr<void> create(const ports::Environment& environment) {
 }
 
 template <class Item>
-Collection collectionOf(const std::vector<Item>& items, const Class& itemClass, std::string_view label) {
-    Collection collection{.itemClass = &itemClass, .nodes = {}, .environment = nullptr, .label = label};
+Collection collectionOf(const std::vector<Item>& items, const Class& itemClass) {
+    Collection collection{.itemClass = &itemClass, .nodes = {}, .objects = {}, .environment = nullptr};
     collection.nodes.reserve(items.size());
+    collection.objects.reserve(items.size());
     for (const Item& item : items) {
         collection.nodes.push_back(item.node());
+        collection.objects.push_back(item.object());
         collection.environment = item.environment();
     }
     return collection;
@@ -93,92 +95,69 @@ Collection collectionOf(const std::vector<Item>& items, const Class& itemClass, 
 
 }  // namespace
 
-Value toValue(std::vector<Customer>&& items, std::string_view label) {
-    return collectionOf(items, customerClass(), label);
-}
-Value toValue(std::vector<Order>&& items, std::string_view label) { return collectionOf(items, orderClass(), label); }
-Value toValue(std::vector<Quotation>&& items, std::string_view label) {
-    return collectionOf(items, quotationClass(), label);
-}
-Value toValue(std::vector<OrderLineItem>&& items, std::string_view label) {
-    return collectionOf(items, orderLineItemClass(), label);
-}
-Value toValue(std::vector<QuotationLineItem>&& items, std::string_view label) {
-    return collectionOf(items, quotationLineItemClass(), label);
-}
-Value toValue(std::vector<UserDefinedField>&& items, std::string_view label) {
-    return collectionOf(items, userDefinedFieldClass(), label);
-}
+Value toValue(std::vector<Customer>&& items) { return collectionOf(items, customerClass()); }
+Value toValue(std::vector<Order>&& items) { return collectionOf(items, orderClass()); }
+Value toValue(std::vector<Quotation>&& items) { return collectionOf(items, quotationClass()); }
+Value toValue(std::vector<OrderLineItem>&& items) { return collectionOf(items, orderLineItemClass()); }
+Value toValue(std::vector<QuotationLineItem>&& items) { return collectionOf(items, quotationLineItemClass()); }
+Value toValue(std::vector<UserDefinedField>&& items) { return collectionOf(items, userDefinedFieldClass()); }
 
 #define PROPERTY(dispid, Type, Name, handling, ...) property<CLASS, &CLASS::Name>(dispid, #Name, summaries::handling),
-#define COLLECTION(dispid, Name, Class, child, builder)                                                     \
-    collection<CLASS, &CLASS::Name>(                                                                        \
-        dispid, #Name, "A new collection of " #Class " objects, one per child element " child " in order.", \
-        [] { return std::string_view("Method: Quill1XML." CLASS_NAME "." builder "()"); }),
+#define COLLECTION(dispid, Name, Class, child, builder) \
+    collection<CLASS, &CLASS::Name>(                    \
+        dispid, #Name, "A new collection of " #Class " objects, one per child element " child " in order."),
 
 /// Defines the function that returns a class whose rows stand between begin and end.
 #define QUILL1XML_BEGIN_CLASS(function, nodeParameter)                                            \
     const Class& function() {                                                                     \
         static constexpr Parameter parameter[] = {{nodeParameter, ParameterType::node, true, 0}}; \
         static constexpr Member members[] = { initialise<CLASS>(parameter),
-#define QUILL1XML_END_CLASS(about)                                                                                    \
-    }                                                                                                                 \
-    ;                                                                                                                 \
-    static constexpr auto names = orderOfNames(members);                                                              \
-    static const Class described{.name = CLASS_NAME,                                                                  \
-        .summary = about,                                                                                             \
-        .members = members,                                                                                           \
-        .memberNames = names,                                                                                         \
-        .create = &create<CLASS>};                                                                                    \
-    return described;                                                                                                 \
+#define QUILL1XML_END_CLASS(about)                          \
+    }                                                       \
+    ;                                                       \
+    static constexpr auto names = orderOfNames(members);    \
+    static const Class described{.name = CLASS::className,  \
+                                 .summary = about,          \
+                                 .members = members,        \
+                                 .memberNames = names,      \
+                                 .create = &create<CLASS>}; \
+    return described;                                       \
     }
 
 #define CLASS Customer
-#define CLASS_NAME "Customer"
 QUILL1XML_BEGIN_CLASS(customerClass, "rcdCustomer")
 #include "quill1xml/entities/customer.def"
 QUILL1XML_END_CLASS("A downloaded customer.")
 #undef CLASS
-#undef CLASS_NAME
 
 #define CLASS Order
-#define CLASS_NAME "Order"
 QUILL1XML_BEGIN_CLASS(orderClass, "rcdOrder")
 #include "quill1xml/entities/order.def"
 QUILL1XML_END_CLASS("A downloaded order.")
 #undef CLASS
-#undef CLASS_NAME
 
 #define CLASS OrderLineItem
-#define CLASS_NAME "OrderLineItem"
 QUILL1XML_BEGIN_CLASS(orderLineItemClass, "rcdOrderLineItem")
 #include "quill1xml/entities/order_line_item.def"
 QUILL1XML_END_CLASS("A line of a downloaded order.")
 #undef CLASS
-#undef CLASS_NAME
 
 #define CLASS Quotation
-#define CLASS_NAME "Quotation"
 QUILL1XML_BEGIN_CLASS(quotationClass, "rcdQuote")
 #include "quill1xml/entities/quotation.def"
 QUILL1XML_END_CLASS("A downloaded quotation.")
 #undef CLASS
-#undef CLASS_NAME
 
 #define CLASS QuotationLineItem
-#define CLASS_NAME "QuotationLineItem"
 QUILL1XML_BEGIN_CLASS(quotationLineItemClass, "rcdQuoteLineItem")
 #include "quill1xml/entities/quotation_line_item.def"
 QUILL1XML_END_CLASS("A line of a downloaded quotation.")
 #undef CLASS
-#undef CLASS_NAME
 
 #define CLASS UserDefinedField
-#define CLASS_NAME "UserDefinedField"
 QUILL1XML_BEGIN_CLASS(userDefinedFieldClass, "rcdUserDefinedField")
 #include "quill1xml/entities/user_defined_field.def"
 QUILL1XML_END_CLASS("The value of a user-defined field of a downloaded order.")
 #undef CLASS
-#undef CLASS_NAME
 
 }  // namespace quill1xml::automation

@@ -3,6 +3,7 @@
 #include "entities/getters.hpp"
 #include "quill1xml/ports.hpp"
 #include "store/error_log.hpp"
+#include "store/items.hpp"
 
 #include <string_view>
 #include <utility>
@@ -37,20 +38,23 @@ const ports::Environment& environmentOf(const Entity& entity) {
 /// Runs a getter in the error trap of its property.
 template <class Read>
 auto get(const Entity& entity, std::string_view classLabel, std::string_view property, const Read& read) {
-    return store::logged(environmentOf(entity), {.text = classLabel, .property = property}, read);
+    return store::logged(environmentOf(entity), {.text = classLabel, .member = property}, read);
 }
 
 template <class Item>
-std::vector<Item> children(const Entity& entity, Text name) {
-    std::vector<Item> items;
-    for (Node& node : entity.node().children(name)) items.emplace_back(std::move(node), entity.environment());
-    return items;
+std::vector<Item> children(const Entity& entity, Text name, std::string_view classLabel, std::string_view builder) {
+    std::vector<Node> nodes = entity.node().children(name);
+    return store::logged(environmentOf(entity), {.text = classLabel, .member = builder, .suffix = "()"},
+                         [&] { return store::itemsOf<Item>(std::move(nodes), entity.environment()); });
 }
 
 }  // namespace
 
 Entity::Entity(Node node, std::shared_ptr<const ports::Environment> environment)
-    : node_(std::move(node)), environment_(std::move(environment)) {}
+    : Entity(std::move(node), std::move(environment), nullptr) {}
+
+Entity::Entity(Node node, std::shared_ptr<const ports::Environment> environment, std::shared_ptr<void> object)
+    : node_(std::move(node)), environment_(std::move(environment)), object_(std::move(object)) {}
 
 void Entity::Initialise(Node node) { node_ = std::move(node); }
 
@@ -59,9 +63,10 @@ void Entity::Initialise(Node node) { node_ = std::move(node); }
         static constexpr Names names = named(u"" #Name, #Name, Names{__VA_ARGS__});                                    \
         return get(*this, CLASS_LABEL, names.label, [this] { return read##Type(node(), names.attribute, handling); }); \
     }
-#define COLLECTION(dispid, Name, Class, child, builder)                                              \
-    std::vector<Class> CLASS::Name() const {                                                         \
-        return get(*this, CLASS_LABEL, #Name, [this] { return children<Class>(*this, u"" child); }); \
+#define COLLECTION(dispid, Name, Class, child, builder)                                         \
+    std::vector<Class> CLASS::Name() const {                                                    \
+        return get(*this, CLASS_LABEL, #Name,                                                   \
+                   [this] { return children<Class>(*this, u"" child, CLASS_LABEL, builder); }); \
     }
 
 #define CLASS Customer

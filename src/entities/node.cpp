@@ -25,6 +25,10 @@ std::vector<Node> Node::children(Text name) const {
     return nodes;
 }
 
+std::vector<Node> NodeList::nodes() const {
+    return source_ != nullptr ? source_->nodes() : std::vector<Node>(nodes_.begin(), nodes_.end());
+}
+
 Document::Document(std::shared_ptr<ports::Document> document) : document_(std::move(document)) {}
 
 std::vector<Node> Document::select(Text path) const {

@@ -2,6 +2,7 @@
 
 #include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
+#include "store/items.hpp"
 #include "store/perform.hpp"
 #include "store/required.hpp"
 #include "text/date.hpp"
@@ -78,14 +79,9 @@ std::shared_ptr<ports::Document> fetch(State& state, const Download& download, T
     return document;
 }
 
-/// Objects over nodes, in their order.
 template <class Item>
-std::vector<Item> itemsOf(const State& state, NodeList nodes) {
-    const auto environment = std::make_shared<const ports::Environment>(state.environment);
-    std::vector<Item> items;
-    items.reserve(nodes.size());
-    for (const Node& node : nodes) items.emplace_back(node, environment);
-    return items;
+std::vector<Item> objectsOver(const State& state, const NodeList& list) {
+    return itemsOf<Item>(list.nodes(), std::make_shared<const ports::Environment>(state.environment));
 }
 
 std::vector<Customer> collect(State& state, NodeList nodes, const Customer*) {
@@ -134,15 +130,15 @@ Received<Order> perform(State& state, const arguments::ReceiveOfflineProductList
 }
 
 std::vector<Order> perform(State& state, const arguments::Orders& arguments) {
-    return itemsOf<Order>(state, arguments.lstOrders);
+    return objectsOver<Order>(state, arguments.lstOrders);
 }
 
 std::vector<Customer> perform(State& state, const arguments::Customers& arguments) {
-    return itemsOf<Customer>(state, arguments.lstCustomer);
+    return objectsOver<Customer>(state, arguments.lstCustomer);
 }
 
 std::vector<Quotation> perform(State& state, const arguments::Quotations& arguments) {
-    return itemsOf<Quotation>(state, arguments.lstQuotation);
+    return objectsOver<Quotation>(state, arguments.lstQuotation);
 }
 
 }  // namespace quill1xml::store

@@ -31,7 +31,7 @@ std::u16string entryText(const ports::Environment& environment, const Label& lab
     text.append(u". \r\nThreadID: ");
     appendInteger(text, environment.system->threadId());
     text.append(u". \r\n").append(toUtf16(label.text));
-    if (!label.property.empty()) text.append(toUtf16(label.property)).append(u".Get");
+    if (!label.member.empty()) text.append(toUtf16(label.member)).append(toUtf16(label.suffix));
     return text;
 }
 

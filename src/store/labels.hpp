@@ -11,7 +11,8 @@ namespace quill1xml::store {
 struct Label {
     std::string_view text{};                           ///< the last line
     std::string_view caption = "Error Description: ";  ///< what stands before the description
-    std::string_view property{};                       ///< goes on the last line with ".Get", for a getter
+    std::string_view member{};                         ///< goes on the last line, with the suffix
+    std::string_view suffix = ".Get";
 };
 
 namespace labels {
@@ -73,7 +74,7 @@ inline constexpr Label load{"Method: Quill1XML.Store.Load()"};
 inline constexpr Label validate{"Method: Quill1XML.Store.Validate()"};
 inline constexpr Label sendFile{"Method: Quill1XML.Store.SendFile()"};
 
-// ---- Classes of downloaded records: the name of a property follows
+// ---- Classes of downloaded records: the name of a property or of what makes its collection follows
 
 inline constexpr std::string_view customer = "Method: Quill1XML.Customer.";
 inline constexpr std::string_view order = "Method: Quill1XML.Order.";

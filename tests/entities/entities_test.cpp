@@ -1,7 +1,7 @@
 // Downloaded records through their C++ classes: conversions, decoding, and the collections of their child elements.
 #include "quill1xml/entities.hpp"
 
-#include "automation/classes.hpp"
+#include "quill1xml/store.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
 
@@ -110,16 +110,49 @@ TEST_F(Entities, ItemsReportTheirFailuresWhereTheirOrderDoes) {
                                                          "Method: Quill1XML.OrderLineItem.LineNumber.Get"));
 }
 
-TEST_F(Entities, HostsGetCollectionsWithTheLabelsOfTheirBuilders) {
-    const auto labelOf = [](const automation::Class& of, const char* property, auto object) {
-        return std::get<automation::Collection>(automation::findMember(of, property)->invoke(&object, nullptr)).label;
+/// A host whose objects cannot be made, and a list that cannot be walked.
+struct Broken final : ports::Objects, NodeSource {
+    std::vector<std::shared_ptr<void>> make(std::string_view, std::span<const Node>) override { fail(); }
+    std::vector<Node> nodes() const override { fail(); }
+    [[noreturn]] static void fail() { throw runtimeError(RuntimeError::cannotCreateObject); }
+};
+
+TEST_F(Entities, FailuresToMakeCollectionsAreReportedFromTheInsideOut) {
+    auto environment = fake_.environment();
+    const auto broken = std::make_shared<Broken>();
+    environment.objects = broken;
+    Store store(environment);
+    const Order order(over<Order>("<x/>").node(), std::make_shared<const ports::Environment>(environment));
+    const Quotation quotation(order.node(), order.environment());
+    fake_.http->replies.assign(2, {200, "", "<Store/>"});
+    struct Case {
+        std::function<void()> call;
+        const char* inner;
+        const char* outer = nullptr;
     };
-    EXPECT_EQ(labelOf(automation::orderClass(), "LineItems", over<Order>("<x/>")),
-              "Method: Quill1XML.Order.OrderLineItems()");
-    EXPECT_EQ(labelOf(automation::orderClass(), "UDFs", over<Order>("<x/>")),
-              "Method: Quill1XML.Order.UserDefinedFields()");
-    EXPECT_EQ(labelOf(automation::quotationClass(), "LineItems", over<Quotation>("<x/>")),
-              "Method: Quill1XML.Quotation.QuoteLineItems()");
+    const Case cases[] = {
+        {[&] { order.LineItems(); }, "Order.OrderLineItems()", "Order.LineItems.Get"},
+        {[&] { order.UDFs(); }, "Order.UserDefinedFields()", "Order.UDFs.Get"},
+        {[&] { quotation.LineItems(); }, "Quotation.QuoteLineItems()", "Quotation.LineItems.Get"},
+        {[&] {
+             store.ReceiveOrders({1, u"", u"", u"http://s"});
+         },
+         "Store.Orders()", "Store.ReceiveOrders()"},
+        {[&] {
+             store.ReceiveQuotations({1, u"", u"", u"http://s"});
+         },
+         "Store.Quotes()", "Store.ReceiveQuotes()"},
+        {[&] { store.Customers({NodeList(*broken)}); }, "Store.Customers()"},
+    };
+    for (const Case& c : cases) {
+        fake_.log->entries.clear();
+        expectError(c.call, 429, u"");
+        std::vector<std::string> expected;
+        for (const char* label : {c.inner, c.outer}) {
+            if (label != nullptr) expected.push_back(std::string("Method: Quill1XML.") + label);
+        }
+        EXPECT_EQ(testing::labels(*fake_.log), expected);
+    }
 }
 
 }  // namespace

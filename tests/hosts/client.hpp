@@ -268,6 +268,11 @@ inline GUID typeIdOf(IDispatch* object) {
     return id;
 }
 
+/// An object as hosts pass it.
+inline Arg dispatch(IDispatch* object) {
+    return Arg::of(VT_DISPATCH, [&](VARIANT& place) { place = com::Variant(object).detach(); });
+}
+
 /// Nodes of a document, as hosts pass them.
 inline Arg nodes(const char16_t* xml, const char16_t* path) {
     const auto document =

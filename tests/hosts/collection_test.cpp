@@ -158,11 +158,7 @@ TEST_F(DeclaredCollections, HoldTheirItemsUntilTheyAreRemoved) {
     Sink removed;
     Sink kept;
     const auto collection = orders();
-    const auto argument = [](Sink& sink) {
-        return Arg::of(VT_DISPATCH,
-                       [&](VARIANT& place) { place = com::Variant(static_cast<IDispatch*>(&sink)).detach(); });
-    };
-    for (Sink* sink : {&removed, &kept}) callDeclared(collection.get(), u"Add", {argument(*sink)});
+    for (Sink* sink : {&removed, &kept}) callDeclared(collection.get(), u"Add", {dispatch(sink)});
     EXPECT_EQ(removed.references, 1u);
     const auto enumerator = enumeratorOf(collection.get());
     callDeclared(collection.get(), u"Remove", {3});

@@ -72,7 +72,7 @@ TEST_F(Client, NodesBecomeObjects) {
     const auto select = [](const char16_t* path) {
         return nodes(
             u"<Store><Order OrderNumber='7'><OrderLineItem LineNumber='1' Price='2.5'/><OrderLineItem "
-            u"LineNumber='2'/></Order><Order OrderNumber='7'/></Store>",
+            u"LineNumber='2'/></Order><Order OrderNumber='7'/>words<!-- none --></Store>",
             path);
     };
     const auto store = server.create("Store");
@@ -110,6 +110,7 @@ TEST_F(Client, NodesBecomeObjects) {
 
     const auto order = server.create("Order");
     const Arg nothing = Arg::of(VT_DISPATCH);
+    const Arg noNode = dispatch(store.get());
     mustCall(order.get(), u"Initialise", {nothing});
     struct Case {
         IDispatch* object;
@@ -125,13 +126,26 @@ TEST_F(Client, NodesBecomeObjects) {
         {first.value->pdispVal, u"LineItems", {3}, 0x800A0009, "Subscript out of range"},
         {store.get(), u"Orders", {nothing}, 0x800A005B, "Object variable or With block variable not set: lstOrders"},
         {store.get(), u"Orders", {u"x"}, 0x800A000D, "Type mismatch: lstOrders"},
+        {store.get(), u"Orders", {noNode}, 0x800A000D, "Type mismatch: lstOrders"},
         {order.get(), u"Initialise", {select(u"Store")}, 0x800A000D, "Type mismatch: rcdOrder"},
+        {order.get(), u"Initialise", {noNode}, 0x800A000D, "Type mismatch: rcdOrder"},
         {order.get(), u"OrderNumber", {}, 0x800A005B, "Object variable or With block variable not set"},
     };
     for (const Case& c : cases) {
         const Outcome outcome = call(c.object, c.member, c.args);
         EXPECT_EQ(static_cast<std::uint32_t>(outcome.code), c.code) << c.description;
         EXPECT_EQ(outcome.description, c.description);
+    }
+
+    // What is no element becomes an object, too, that has nothing to read.
+    const auto document = platform::createObject<IDispatch>(platform::documentClass3, IID_IDispatch);
+    const auto others = mustCall(store.get(), u"Orders", {select(u"//text() | //comment()")});
+    EXPECT_EQ(mustCall(others->pdispVal, u"Count")->lVal, 2);
+    mustCall(order.get(), u"Initialise", {dispatch(document.get())});
+    const auto text = mustCall(others->pdispVal, u"Item", {1});
+    for (IDispatch* const other : {text->pdispVal, order.get()}) {
+        EXPECT_EQ(call(other, u"EMailAddress").code, static_cast<std::int32_t>(0x800A005B));
+        EXPECT_EQ(call(other, u"LineItems").code, static_cast<std::int32_t>(0x800A005B));
     }
 }
 

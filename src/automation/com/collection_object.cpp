@@ -4,13 +4,8 @@
 #include "automation/com/conversion.hpp"
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
-#include "automation/identity.hpp"
 #include "automation/names.hpp"
-#include "platform/windows/create_object.hpp"
-#include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
-#include "quill1xml/text.hpp"
-#include "store/error_log.hpp"
 
 #include <array>
 #include <optional>
@@ -232,31 +227,14 @@ private:
     std::vector<Entry> entries_;
 };
 
-com::ComPtr<IDispatch> makeItem(const Class& itemClass, const Node& node) {
-    const std::u16string name = toUtf16(std::string(libraryName) + '.' + std::string(itemClass.name));
-    auto object = platform::createObject<IDispatch>(name.c_str(), IID_IDispatch);
-    const com::Variant argument(static_cast<IDispatch*>(platform::unwrap(*node.element())));
-    VARIANT value = argument.get();
-    DISPPARAMS given{&value, nullptr, 1, 0};
-    platform::check(object->Invoke(findMember(itemClass, "Initialise")->dispid, IID_NULL, LOCALE_USER_DEFAULT,
-                                   DISPATCH_METHOD, &given, nullptr, nullptr, nullptr));
-    return object;
-}
-
 }  // namespace
 
 com::ComPtr<IDispatch> makeCollection(const Collection& collection) {
-    const auto make = [&collection] {
-        std::vector<Entry> entries;
-        for (const Node& node : collection.nodes) {
-            const auto item = makeItem(*collection.itemClass, node);
-            entries.push_back({std::make_shared<const com::Variant>(item.get())});
-        }
-        return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
-    };
-    const ports::Environment environment =
-        collection.environment != nullptr ? *collection.environment : ports::systemEnvironment();
-    return store::logged(environment, {.text = collection.label}, make);
+    std::vector<Entry> entries;
+    for (const auto& object : collection.objects) {
+        entries.push_back({std::make_shared<const com::Variant>(static_cast<IDispatch*>(object.get()))});
+    }
+    return com::ComPtr<IDispatch>::attach(new CollectionObject(std::move(entries)));
 }
 
 }  // namespace quill1xml::automation

@@ -7,8 +7,7 @@
 
 namespace quill1xml::automation {
 
-/// Makes the objects of a collection, each through its registered class as any host would, and collects them. A failure
-/// is written to the error log under the collection's label. Throws Error: 429 when the class is not registered.
+/// The host's objects of a collection, collected.
 com::ComPtr<IDispatch> makeCollection(const Collection& collection);
 
 }  // namespace quill1xml::automation

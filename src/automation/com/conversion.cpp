@@ -1,6 +1,7 @@
 #include "automation/com/conversion.hpp"
 
 #include "automation/com/collection_object.hpp"
+#include "automation/com/host_nodes.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/errors.hpp"
 #include "quill1xml/error.hpp"
@@ -10,8 +11,6 @@
 
 namespace quill1xml::automation {
 namespace {
-
-constexpr IID iidXmlDomNodeList = {0x2933BF82, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 /// A value as the source of a system call, which only reads it, whatever its declaration says.
 VARIANT* source(const VARIANT& value) { return const_cast<VARIANT*>(&value); }
@@ -59,32 +58,12 @@ const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID lo
     return copy.get();
 }
 
-/// A node that a host passed. Nothing is a node too: what reads it fails.
-Node nodeOf(IUnknown* passed, const Parameter& parameter) {
-    if (passed == nullptr) return {};
-    if (!com::query<IXMLDOMElement>(passed, platform::iidXmlDomElement)) throw mismatch(parameter);
-    return Node(platform::wrapNode(passed));
-}
-
-std::vector<Node> nodesOf(IUnknown* passed, const Parameter& parameter) {
-    if (passed == nullptr) throw runtimeError(RuntimeError::objectNotSet, toUtf16(parameter.name));
-    const auto list = com::query<IXMLDOMNodeList>(passed, iidXmlDomNodeList);
-    if (!list) throw mismatch(parameter);
-    long length = 0;
-    platform::check(list->get_length(&length));
-    std::vector<Node> nodes;
-    for (long i = 0; i < length; ++i) {
-        com::ComPtr<IXMLDOMNode> node;
-        platform::check(list->get_item(i, node.put()));
-        nodes.push_back(nodeOf(node.get(), parameter));
-    }
-    return nodes;
-}
-
 void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value) {
     switch (parameter.type) {
-        case ParameterType::node: return arguments.setNodes(index, {nodeOf(value.punkVal, parameter)});
-        case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, parameter));
+        case ParameterType::node:
+            return arguments.setNodes(index, std::vector{nodeOf(value.punkVal, toUtf16(parameter.name))});
+        case ParameterType::nodeList:
+            return arguments.setNodes(index, nodesOf(value.punkVal, toUtf16(parameter.name)));
         case ParameterType::text:
         case ParameterType::variantText:
             return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));

@@ -1,6 +1,7 @@
 // The exports of the DLL.
 
 #include "automation/com/automation_object.hpp"
+#include "automation/com/entity_objects.hpp"
 #include "automation/com/failure.hpp"
 #include "automation/com/guid.hpp"
 #include "automation/com/registration.hpp"
@@ -21,7 +22,7 @@ public:
         *result = nullptr;
         return guarded(IID_IClassFactory, nullptr, [&]() -> HRESULT {
             if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-            auto object = class_.create(ports::systemEnvironment());
+            auto object = class_.create(serverEnvironment());
             const auto made =
                 com::ComPtr<IDispatch>::attach(new AutomationObject(class_, identity_, std::move(object)));
             return made->QueryInterface(id, result);
