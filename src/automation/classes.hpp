@@ -44,7 +44,9 @@ enum class ResultType : std::uint8_t {
     text,
     bytes,
     collection,
-    received
+    received,
+    variant,
+    enumerator
 };
 
 enum class MemberKind : std::uint8_t { method, propertyGet };
@@ -98,6 +100,18 @@ const Class& orderLineItemClass();
 const Class& quotationClass();
 const Class& quotationLineItemClass();
 const Class& userDefinedFieldClass();
+
+/// The collections that hosts get. They are not among the classes: hosts cannot create them.
+const Class& collectionClass();
+
+/// The collections' dispids, which hosts that declare an object As Collection expect.
+namespace collection_ids {
+inline constexpr Long item = 0;
+inline constexpr Long add = 1;
+inline constexpr Long count = 2;
+inline constexpr Long remove = 3;
+inline constexpr Long newEnum = -4;
+}  // namespace collection_ids
 
 /// Every class, in the order of the type library.
 std::span<const Class* const> classes();

@@ -13,6 +13,9 @@ inline constexpr std::string_view libraryId = "df527628-811a-41fc-9f45-8140dfe42
 inline constexpr std::uint16_t libraryMajor = 1;
 inline constexpr std::uint16_t libraryMinor = 0;
 
+/// The dispinterface of the collections, which no host can create.
+inline constexpr std::string_view collectionId = "b2f33678-f293-4088-9ff3-cabf3a23648a";
+
 /// GUIDs in their text form, without braces.
 struct Identity {
     std::string_view className;

@@ -156,6 +156,8 @@ std::string_view resultName(ResultType result) {
         case ResultType::received: return "a collection, a document or Text";
         case ResultType::text: return "Text";
         case ResultType::bytes: return "Bytes";
+        case ResultType::variant:
+        case ResultType::enumerator: break;
     }
     return "";
 }

@@ -62,7 +62,8 @@ TEST_F(DeclaredCollections, HaveOneIdentityAndTheIdsOfTheInterface) {
     const auto collection = orders();
     ASSERT_TRUE(collection);
     const auto identity = query<IUnknown>(collection.get(), IID_IUnknown);
-    for (const IID& id : {IID_IDispatch, iidCollection, IID_ISupportErrorInfo}) {
+    for (const IID& id :
+         {IID_IDispatch, iidCollection, automation::guidOf(automation::collectionId), IID_ISupportErrorInfo}) {
         const auto other = query<IUnknown>(identity.get(), id);
         ASSERT_TRUE(other);
         EXPECT_EQ(query<IUnknown>(other.get(), IID_IUnknown).get(), identity.get());
@@ -72,9 +73,18 @@ TEST_F(DeclaredCollections, HaveOneIdentityAndTheIdsOfTheInterface) {
     const auto support = query<ISupportErrorInfo>(identity.get(), IID_ISupportErrorInfo);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(iidCollection), S_OK);
 
+    EXPECT_EQ(typeIdOf(collection.get()), automation::guidOf(automation::collectionId));
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(collection->GetTypeInfo(0, english, info.put()), S_OK);
     const std::pair<const char16_t*, DISPID> ids[] = {
         {u"Item", 0}, {u"Add", 1}, {u"Count", 2}, {u"Remove", 3}, {u"_NewEnum", -4}};
-    for (const auto& [name, id] : ids) EXPECT_EQ(idOf(collection.get(), name), id) << toUtf8(name);
+    for (const auto& [name, id] : ids) {
+        EXPECT_EQ(idOf(collection.get(), name), id) << toUtf8(name);
+        auto* wanted = const_cast<wchar_t*>(com::wide(name));
+        DISPID described = DISPID_UNKNOWN;
+        EXPECT_EQ(info->GetIDsOfNames(&wanted, 1, &described), S_OK) << toUtf8(name);
+        EXPECT_EQ(described, id) << toUtf8(name);
+    }
     EXPECT_EQ(call(collection.get(), u"Add", {u"a"}, {{u"After", 1}, {u"key", u"k"}}).result, S_OK);
     EXPECT_EQ(listed(collection.get()), "1 a 2");
     EXPECT_EQ(textOf(invoke(collection.get(), 0, {u"k"}).value.get()), "a");

@@ -134,6 +134,21 @@ TEST(Manifest, MakesObjectsWithoutRegistration) {
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(context, &cookie));
     expectCreatableByName(true);
+    const auto expectMarshalled = [](std::string_view id) {
+        CLSID marshaller{};
+        EXPECT_EQ(CoGetPSClsid(guidOf(id), &marshaller), S_OK) << id;
+        EXPECT_EQ(marshaller, guidOf("00020420-0000-0000-c000-000000000046")) << id;
+    };
+    expectMarshalled(automation::collectionId);
+    for (const automation::Identity& identity : automation::identities) {
+        expectMarshalled(identity.members);
+        if (!identity.events.empty()) expectMarshalled(identity.events);
+        const std::u16string name = u"Quill1XML." + toUtf16(identity.className);
+        wchar_t* versioned = nullptr;
+        EXPECT_EQ(ProgIDFromCLSID(guidOf(identity.coclass), &versioned), S_OK);
+        EXPECT_STREQ(versioned, com::wide((name + u".1").c_str()));
+        CoTaskMemFree(versioned);
+    }
     EXPECT_TRUE(DeactivateActCtx(0, cookie));
     ReleaseActCtx(context);
     CoUninitialize();

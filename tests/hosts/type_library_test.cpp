@@ -24,7 +24,7 @@ void expectDescribed(ITypeInfo* info, UINT index, Long dispid, std::string_view 
     for (UINT i = 0; i < count; ++i) *names[i].put() = raw[i];
     EXPECT_EQ(function->memid, dispid);
     EXPECT_EQ(function->invkind, kind);
-    constexpr VARTYPE results[] = {VT_VOID, VT_I4, VT_I2, VT_R8, VT_DATE, VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_VARIANT};
+    constexpr VARTYPE results[] = {VT_VOID, VT_I4, VT_I2, VT_R8, VT_DATE, VT_BSTR, VT_VARIANT, VT_PTR, VT_VARIANT};
     EXPECT_EQ(function->elemdescFunc.tdesc.vt, results[static_cast<std::size_t>(result)]) << name;
     // The library keeps one spelling of names that differ in case only.
     EXPECT_EQ(_wcsicmp(names[0].get(), com::wide(toUtf16(name).c_str())), 0) << name;

@@ -4,7 +4,10 @@
 #include "automation/com/conversion.hpp"
 #include "automation/com/dispatch.hpp"
 #include "automation/com/enumerator.hpp"
-#include "automation/names.hpp"
+#include "automation/com/failure.hpp"
+#include "automation/com/guid.hpp"
+#include "automation/com/type_library.hpp"
+#include "automation/identity.hpp"
 #include "platform/windows/errors.hpp"
 
 #include <array>
@@ -13,9 +16,13 @@
 namespace quill1xml::automation {
 namespace {
 
+/// Of the interface that hosts call when they declare an object As Collection.
 constexpr IID iidCollection = {0xA4C46780, 0x499F, 0x101B, {0xBB, 0x78, 0x00, 0xAA, 0x00, 0x38, 0x3C, 0xBB}};
 
-/// What hosts call when they declare an object As Collection: their layout, not ours to change.
+/// Of what the type library says of it.
+constexpr IID membersId = guidOf(collectionId);
+
+/// The layout is that of those hosts, not ours to change.
 struct CollectionInterface : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0;
     virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* item, VARIANT* key, VARIANT* before, VARIANT* after) = 0;
@@ -23,34 +30,6 @@ struct CollectionInterface : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0;
     virtual HRESULT STDMETHODCALLTYPE NewEnum(IUnknown** result) = 0;
 };
-
-enum : DISPID { itemId = DISPID_VALUE, addId = 1, countId = 2, removeId = 3, newEnumId = DISPID_NEWENUM };
-
-const Class& collectionClass() {
-    static constexpr Parameter index[] = {{"Index", ParameterType::longInteger, true, 0}};
-    static constexpr Parameter addition[] = {{"Item", ParameterType::variantText, true, 0},
-                                             {"Key", ParameterType::variantText, false, 0},
-                                             {"Before", ParameterType::variantText, false, 0},
-                                             {"After", ParameterType::variantText, false, 0}};
-    static constexpr auto additionNames = orderOfNames(addition);
-    static constexpr std::uint8_t onlyName[] = {0};
-    static constexpr Long noIndex = 0;
-    static constexpr Member members[] = {
-        {.dispid = itemId,
-         .name = "Item",
-         .parameters = index,
-         .parameterNames = onlyName,
-         .defaults = &noIndex,
-         .argumentsSize = sizeof noIndex},
-        {.dispid = addId, .name = "Add", .parameters = addition, .parameterNames = additionNames},
-        {.dispid = countId, .name = "Count"},
-        {.dispid = removeId, .name = "Remove", .parameters = index, .parameterNames = onlyName},
-        {.dispid = newEnumId, .name = "_NewEnum"},
-    };
-    static constexpr auto names = orderOfNames(members);
-    static constexpr Class described{.name = "Collection", .members = members, .memberNames = names};
-    return described;
-}
 
 /// What a value is or refers to.
 com::Variant copyOf(const VARIANT& value) {
@@ -86,14 +65,16 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
-        return answer([&] { *count = 0; });
+        return answer([&] { *count = 1; });
     }
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** result) override {
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** result) override {
         if (result == nullptr) return E_POINTER;
+        *result = nullptr;
         return answer([&] {
-            *result = nullptr;
-            return DISP_E_BADINDEX;
+            if (index != 0) return DISP_E_BADINDEX;
+            *result = typeInfoOf(membersId).detach();
+            return S_OK;
         });
     }
 
@@ -143,12 +124,14 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
-        return id == iidCollection || id == IID_IDispatch ? S_OK : S_FALSE;
+        return id == iidCollection || id == membersId || id == IID_IDispatch ? S_OK : S_FALSE;
     }
 
 private:
     void* find(REFIID id) noexcept override {
-        if (id == IID_IDispatch || id == iidCollection) return static_cast<CollectionInterface*>(this);
+        if (id == IID_IDispatch || id == iidCollection || id == membersId) {
+            return static_cast<CollectionInterface*>(this);
+        }
         return id == IID_ISupportErrorInfo ? static_cast<ISupportErrorInfo*>(this) : nullptr;
     }
 
@@ -160,10 +143,10 @@ private:
     com::Variant call(DISPID id, std::array<com::Variant, 4> arguments) {
         auto& [first, key, before, after] = arguments;
         switch (id) {
-            case itemId: return copyOf(entries_[placeOf(first.get())].value->get());
-            case addId: add(std::move(first), key.get(), before.get(), after.get()); return {};
-            case countId: return com::Variant(static_cast<long>(entries_.size()));
-            case removeId: remove(first.get()); return {};
+            case collection_ids::item: return copyOf(entries_[placeOf(first.get())].value->get());
+            case collection_ids::add: add(std::move(first), key.get(), before.get(), after.get()); return {};
+            case collection_ids::count: return com::Variant(static_cast<long>(entries_.size()));
+            case collection_ids::remove: remove(first.get()); return {};
             default: return com::Variant(enumerator().get());
         }
     }
@@ -184,15 +167,17 @@ private:
             if (found == entries_.end()) throw runtimeError(RuntimeError::invalidProcedureCall);
             return static_cast<std::size_t>(found - entries_.begin());
         }
-        const Member& indexed = collectionClass().members.front();
+        static constexpr Parameter number[] = {{"Index", ParameterType::longInteger, true, 0}};
+        static constexpr Long none = 0;
+        static constexpr Member indexed{.parameters = number, .defaults = &none, .argumentsSize = sizeof none};
         Arguments arguments(indexed);
         VARIANT value = index;
         bind(arguments, indexed, {&value, nullptr, 1, 0}, LOCALE_USER_DEFAULT, nullptr);
-        const Long number = *static_cast<const Long*>(arguments.data());
-        if (number < 1 || static_cast<std::size_t>(number) > entries_.size()) {
+        const Long place = *static_cast<const Long*>(arguments.data());
+        if (place < 1 || static_cast<std::size_t>(place) > entries_.size()) {
             throw runtimeError(RuntimeError::subscriptOutOfRange);
         }
-        return static_cast<std::size_t>(number) - 1;
+        return static_cast<std::size_t>(place) - 1;
     }
 
     void add(com::Variant item, const VARIANT& key, const VARIANT& before, const VARIANT& after) {

@@ -52,8 +52,10 @@ std::string_view idlType(ResultType type) {
         case ResultType::date: return "DATE";
         case ResultType::text: return "BSTR";
         case ResultType::bytes:
-        case ResultType::received: return "VARIANT";
-        case ResultType::collection: return "IDispatch*";
+        case ResultType::received:
+        case ResultType::variant: return "VARIANT";
+        case ResultType::collection: return "_Collection*";
+        case ResultType::enumerator: return "IUnknown*";
     }
     throw std::logic_error("a result of an unknown type");
 }
@@ -111,8 +113,14 @@ void printEvent(const Event& event) {
 
 /// Opens a dispinterface up to its methods.
 void openInterface(std::string_view id, std::string_view name, std::string_view suffix, std::string_view help) {
-    std::cout << "\n    [uuid(" << id << "), helpstring(" << quoted(help) << ")]\n    dispinterface _" << name << suffix
-              << "\n    {\n    properties:\n    methods:\n";
+    std::cout << "\n    [uuid(" << id << "), helpstring(" << quoted(help) << ")]\n    dispinterface _" << name
+              << suffix << "\n    {\n    properties:\n    methods:\n";
+}
+
+void printMembers(const Class& of, std::string_view id) {
+    openInterface(id, of.name, "", std::string("Members of ").append(of.name));
+    for (const Member& member : of.members) printMember(member);
+    std::cout << "    };\n";
 }
 
 void printClass(const Class& of) {
@@ -120,9 +128,7 @@ void printClass(const Class& of) {
     if (identity == nullptr || of.events.empty() != identity->events.empty()) {
         throw std::logic_error("incomplete identity of the class " + std::string(of.name));
     }
-    openInterface(identity->members, of.name, "", std::string("Members of ").append(of.name));
-    for (const Member& member : of.members) printMember(member);
-    std::cout << "    };\n";
+    printMembers(of, identity->members);
     if (!of.events.empty()) {
         openInterface(identity->events, of.name, "Events", std::string("Events of ").append(of.name));
         for (const Event& event : of.events) printEvent(event);
@@ -138,6 +144,7 @@ void printLibrary() {
     std::cout << "#include \"automation_types.idl\"\n\n[uuid(" << libraryId << "), version(" << libraryMajor << '.'
               << libraryMinor << "), helpstring(\"Quill1XML\")]\nlibrary " << libraryName
               << "\n{\n    importlib(\"stdole2.tlb\");\n";
+    printMembers(collectionClass(), collectionId);
     for (const Class* each : classes()) printClass(*each);
     std::cout << "};\n";
     if (!std::cout.flush()) throw std::runtime_error("cannot write");
