@@ -85,6 +85,9 @@ struct Class {
     std::span<const std::uint8_t> memberNames{};  ///< the members' indexes in the order of names
     std::span<const Event> events{};
 
+    /// A call into an object is refused while another one is under way, but from an event.
+    bool exclusive = false;
+
     /// Makes an object of the class. An entity wraps nothing until its member Initialise is called.
     std::shared_ptr<void> (*create)(const ports::Environment& environment) = nullptr;
 

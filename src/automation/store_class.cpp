@@ -113,6 +113,7 @@ const Class& storeClass() {
         .members = members,
         .memberNames = memberNames,
         .events = events(),
+        .exclusive = true,
         .create = &create,
         .connect = &connect};
     return store;

@@ -155,6 +155,8 @@ TEST_F(Client, ErrorsKeepNumberSourceAndDescription) {
         {u"AddTax", {missing}, 0x800A01C1, "Argument not optional: strTaxCode"},
         {u"AddTradingCountry", {u"ZA", false, 1}, 0x800A01C2, "Wrong number of arguments or invalid property assignment"},
         {u"AddTax", {u"A", 1}, 0x800A01C0, "Named argument not found", any, {8}},
+        {u"AddTax", {u"A", u"B"}, 0x800A01C0, "Named argument not found", any, {0}},
+        {u"AddTax", {u"A", u"B", u"C"}, 0x800A01C0, "Named argument not found", any, {1, 1}},
     };
     // clang-format on
     for (const Case& c : cases) {
@@ -248,6 +250,18 @@ TEST_F(Client, ReferencesAreBalanced) {
     EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, object.putVoid()), CLASS_E_NOAGGREGATION);
     EXPECT_EQ(factory->CreateInstance(nullptr, IID_IMarshal, object.putVoid()), E_NOINTERFACE);
     EXPECT_FALSE(server.factory(IID_IUnknown));
+}
+
+// Some hosts have the processor stop at calculations that are not exact.
+TEST_F(Client, TheHostsArithmeticIsItsOwn) {
+    const auto store = server.create("Store");
+    const unsigned int before = _controlfp(0, 0);
+    _controlfp(0, _MCW_EM);
+    const Outcome outcome = call(store.get(), u"FormatDate", {45351.4999});
+    const unsigned int after = _controlfp(before, _MCW_EM | _MCW_RC);
+    EXPECT_EQ(textOf(outcome.value.get()), "2024-02-29T11:59:51");
+    EXPECT_EQ(_controlfp(0, 0), before);
+    EXPECT_EQ(after & _MCW_EM, before & _MCW_EM);
 }
 
 /// What a process can run out of.

@@ -82,6 +82,8 @@ TEST_F(Exchange, EventsReachEverySinkWhateverOneDoes) {
         EXPECT_EQ(given.cArgs, 2u);
         EXPECT_EQ(given.rgvarg[0].vt, VT_I4);
         heard.push_back(textOf(given.rgvarg[1]) + ' ' + std::to_string(given.rgvarg[0].lVal));
+        // The host may call in an event.
+        mustCall(store.get(), u"SetStoreID", {1});
         if (heard.size() == 3) {
             // The host lets go of everything: the call under way keeps the object.
             store = nullptr;
@@ -100,6 +102,46 @@ TEST_F(Exchange, EventsReachEverySinkWhateverOneDoes) {
     EXPECT_EQ(heard, expected);
     EXPECT_EQ(textOf(result.get()), "WebStore1.tmp 1,WebStoreTax1.tmp 2,WebStoreCurrency1.tmp 3");
     EXPECT_TRUE(server.canUnload());
+}
+
+/// A node list that calls back when it is asked for its length, as a request does that dispatches the host's messages.
+class CallingList final : public IXMLDOMNodeList {
+public:
+    explicit CallingList(std::function<HRESULT()> length) : length_(std::move(length)) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** result) override { return *result = this, S_OK; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE get_item(long, IXMLDOMNode**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE get_length(long* length) override {
+        *length = 0;
+        return length_();
+    }
+    HRESULT STDMETHODCALLTYPE nextNode(IXMLDOMNode**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE reset() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE get__newEnum(IUnknown**) override { return E_NOTIMPL; }
+
+private:
+    std::function<HRESULT()> length_;
+};
+
+TEST_F(Client, ACallIsRefusedWhileAnotherIsUnderWay) {
+    const auto store = server.create("Store");
+    Outcome inside;
+    CallingList list([&] {
+        inside = call(store.get(), u"AddTax", {u"VAT"});
+        return E_ABORT;
+    });
+    EXPECT_EQ(call(store.get(), u"Orders", {dispatch(&list)}).code, static_cast<std::int32_t>(E_ABORT));
+    EXPECT_EQ(static_cast<std::uint32_t>(inside.code), 0x800A0046);
+    EXPECT_EQ(inside.description,
+              "Permission denied: a call into this object is under way; call again when it has returned");
+    EXPECT_EQ(textOf(mustCall(store.get(), u"XMLEncode", {u"a"}).get()), "a");
 }
 
 }  // namespace

@@ -14,6 +14,19 @@
 namespace quill1xml::automation {
 namespace {
 
+/// Sets a flag as long as it lives.
+class Setting {
+public:
+    Setting(bool& flag, bool value) : flag_(flag), before_(std::exchange(flag, value)) {}
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+    ~Setting() { flag_ = before_; }
+
+private:
+    bool& flag_;
+    bool before_;
+};
+
 /// An entry of the list of connection points.
 struct PointItem {
     com::ComPtr<IConnectionPoint> point;
@@ -32,6 +45,7 @@ AutomationObject::AutomationObject(const Class& of, const Identity& identity, st
       object_(std::move(object)) {
     if (class_.connect != nullptr) {
         class_.connect(object_.get(), [this](const Event& event, std::span<const Value> arguments) {
+            const Setting callable(busy_, false);
             connectionPoint_.fire(event, arguments);
         });
     }
@@ -72,6 +86,13 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD f
     const com::ComPtr<IDispatch> alive(this);
     return invokeMember({class_, membersId_, id, reserved, locale, flags, given, result, details, faulty},
                         [this](const Member& member, const Arguments& arguments) {
+                            // Requests dispatch the thread's messages, which may call again.
+                            if (busy_) {
+                                throw runtimeError(RuntimeError::permissionDenied,
+                                                   u"a call into this object is under way; call again when it has "
+                                                   u"returned");
+                            }
+                            const Setting busy(busy_, class_.exclusive);
                             return toVariant(member.invoke(object_.get(), arguments.data()));
                         });
 }
@@ -79,9 +100,7 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD f
 HRESULT AutomationObject::GetClassInfo(ITypeInfo** result) {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    return guarded(IID_IProvideClassInfo, nullptr, [&] {
-        *result = typeInfoOf(guidOf(identity_.coclass)).detach();
-    });
+    return guarded(IID_IProvideClassInfo, nullptr, [&] { *result = typeInfoOf(guidOf(identity_.coclass)).detach(); });
 }
 
 HRESULT AutomationObject::GetGUID(DWORD kind, GUID* result) {

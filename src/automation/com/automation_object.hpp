@@ -44,6 +44,7 @@ private:
     const IID eventsId_;  ///< of nothing for a class without events
     ConnectionPoint connectionPoint_;
     std::shared_ptr<void> object_;
+    bool busy_ = false;  ///< a call is under way that lets no other in
 };
 
 }  // namespace quill1xml::automation

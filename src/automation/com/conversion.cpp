@@ -7,6 +7,7 @@
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace quill1xml::automation {
@@ -47,11 +48,17 @@ Error mismatch(const Parameter& parameter) { return runtimeError(RuntimeError::t
 /// The value in the type that a parameter wants; the copy holds it where it had to be converted.
 const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID locale, com::Variant& copy) {
     const VARTYPE wanted = variantType(parameter.type);
-    if (value.vt == wanted) return value;
+    // An object is taken as it is: a conversion could ask it for its default value.
+    if (value.vt == wanted || (wanted == VT_UNKNOWN && value.vt == VT_DISPATCH)) return value;
     // Null is no value of any type, and an array of bytes would pass for text.
     const bool fits = value.vt != VT_NULL && (value.vt & VT_ARRAY) == 0;
-    const HRESULT result =
-        fits ? VariantChangeTypeEx(copy.put(), source(value), locale, VARIANT_ALPHABOOL, wanted) : DISP_E_TYPEMISMATCH;
+    const auto convert = [&](LCID by) {
+        return fits ? VariantChangeTypeEx(copy.put(), source(value), by, VARIANT_ALPHABOOL, wanted)
+                    : DISP_E_TYPEMISMATCH;
+    };
+    HRESULT result = convert(locale);
+    // Not every system knows every host's locale.
+    if (FAILED(result) && result != DISP_E_OVERFLOW) result = convert(LOCALE_USER_DEFAULT);
     if (result == E_OUTOFMEMORY) throw std::bad_alloc();
     if (result == DISP_E_OVERFLOW) throw runtimeError(RuntimeError::overflow, toUtf16(parameter.name));
     if (FAILED(result)) throw mismatch(parameter);
@@ -62,8 +69,7 @@ void set(Arguments& arguments, std::size_t index, const Parameter& parameter, co
     switch (parameter.type) {
         case ParameterType::node:
             return arguments.setNodes(index, std::vector{nodeOf(value.punkVal, toUtf16(parameter.name))});
-        case ParameterType::nodeList:
-            return arguments.setNodes(index, nodesOf(value.punkVal, toUtf16(parameter.name)));
+        case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, toUtf16(parameter.name)));
         case ParameterType::text:
         case ParameterType::variantText:
             return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
@@ -126,8 +132,13 @@ std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& give
         if (index >= member.parameters.size()) throw runtimeError(RuntimeError::wrongArgumentCount);
         return index;
     }
-    const DISPID named = given.rgdispidNamedArgs[place];
-    if (named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
+    const DISPID* const names = given.rgdispidNamedArgs;
+    const DISPID* const end = names + given.cNamedArgs;
+    const DISPID named = names[place];
+    // None is given twice, by place and by name or by its name alone.
+    const bool again =
+        static_cast<UINT>(named) < given.cArgs - given.cNamedArgs || std::find(names + place + 1, end, named) != end;
+    if (again || named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
         throw runtimeError(RuntimeError::namedArgumentNotFound);
     }
     return static_cast<std::size_t>(named);

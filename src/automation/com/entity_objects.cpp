@@ -1,11 +1,13 @@
 #include "automation/com/entity_objects.hpp"
 
 #include "automation/classes.hpp"
+#include "automation/com/guid.hpp"
 #include "automation/com/host_nodes.hpp"
 #include "automation/identity.hpp"
-#include "platform/windows/create_object.hpp"
 #include "platform/windows/errors.hpp"
 #include "quill1xml/text.hpp"
+
+#include <objbase.h>
 
 #include <algorithm>
 #include <string>
@@ -18,14 +20,30 @@ DISPID initialiseId(std::string_view className) {
     return findMember(**of, std::string_view("Initialise"))->dispid;
 }
 
+/// What makes objects of a class as any host would, and where that is not to be had (the host's registration-free
+/// context has ended, say) this DLL's own.
+com::ComPtr<IClassFactory> factoryOf(std::string_view className) {
+    const std::u16string name = toUtf16(std::string(libraryName) + '.' + std::string(className));
+    com::ComPtr<IClassFactory> factory;
+    CLSID classId;
+    if (FAILED(CLSIDFromProgID(com::wide(name.c_str()), &classId)) ||
+        FAILED(CoGetClassObject(classId, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.putVoid()))) {
+        platform::check(
+            DllGetClassObject(guidOf(findIdentity(className)->coclass), IID_IClassFactory, factory.putVoid()), name);
+    }
+    return factory;
+}
+
 class EntityObjects final : public ports::Objects {
 public:
     std::vector<std::shared_ptr<void>> make(std::string_view className, std::span<const Node> nodes) override {
-        const std::u16string name = toUtf16(std::string(libraryName) + '.' + std::string(className));
+        if (nodes.empty()) return {};
+        const auto factory = factoryOf(className);
         const DISPID initialise = initialiseId(className);
         std::vector<std::shared_ptr<void>> objects;
         for (const Node& node : nodes) {
-            auto object = platform::createObject<IDispatch>(name.c_str(), IID_IDispatch);
+            com::ComPtr<IDispatch> object;
+            platform::check(factory->CreateInstance(nullptr, IID_IDispatch, object.putVoid()));
             const com::Variant argument(static_cast<IDispatch*>(objectOf(node)));
             VARIANT value = argument.get();
             DISPPARAMS given{&value, nullptr, 1, 0};

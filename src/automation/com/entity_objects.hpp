@@ -6,7 +6,7 @@
 namespace quill1xml::automation {
 
 /// The system's environment with objects that are counted references to IDispatch, each made through its registered
-/// class as any host would.
+/// class as any host would, or through this DLL's own where none is registered.
 ports::Environment serverEnvironment();
 
 }  // namespace quill1xml::automation

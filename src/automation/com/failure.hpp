@@ -1,6 +1,8 @@
 // The border where exceptions become what hosts see: EXCEPINFO, the thread's error object and an HRESULT.
 #pragma once
 
+#include "automation/com/quiet_arithmetic.hpp"
+
 #include <windows.h>
 
 #include <oaidl.h>
@@ -18,6 +20,7 @@ HRESULT reportCurrentException(REFIID interfaceId, EXCEPINFO* details) noexcept;
 /// look at its error object (IUnknown, ISupportErrorInfo). A body without a result succeeds.
 template <class Body>
 HRESULT guarded(REFIID interfaceId, EXCEPINFO* details, Body&& body) noexcept {
+    const QuietArithmetic quiet;
     // What an earlier call left for the thread would explain a later failure.
     SetErrorInfo(0, nullptr);
     try {

@@ -10,8 +10,8 @@ namespace quill1xml::automation {
 /// The full name of the DLL's file.
 std::wstring moduleFile();
 
-/// Keeps the DLL loaded until the process ends, whatever the host unloads: with each load the run-time library takes one
-/// of the process's thousand thread-local slots, some handles and memory, and never gives them back.
+/// Keeps the DLL loaded until the process ends, whatever the host unloads: with each load the run-time library takes
+/// one of the process's thousand thread-local slots, some handles and memory, and never gives them back.
 void keepModule();
 
 void lockModule() noexcept;
