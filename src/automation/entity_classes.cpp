@@ -64,7 +64,7 @@ template <class Object>
 constexpr Member initialise(std::span<const Parameter> parameter) {
     return {.dispid = 1,
             .name = "Initialise",
-            .summary = "Sets or replaces the element that the object reads.",
+            .summary = "Sets or replaces the element that the object reads; for automation an IXMLDOMNode.",
             .parameters = parameter,
             .parameterNames = onlyParameter,
             .defaults = &noNode,

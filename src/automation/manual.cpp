@@ -32,7 +32,7 @@ meet the condition of its attribute leaves the attribute out without an error; o
 Number text is the general form with the separator of the user's settings (12.5). Str text always has a point, a blank
 or a minus sign in front and no zero before the point (" .5"). Date text is yyyy-MM-ddThh:mm:ss. Escaped text has &,
 quotes, < and > as references. Lengths count UTF-16 units. A text parameter counts as given unless it is exactly
-"StringDefault".
+"StringDefault". For automation an optional argument that is passed as Empty counts as left out.
 
 )";
 

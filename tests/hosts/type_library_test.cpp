@@ -37,7 +37,9 @@ void expectDescribed(ITypeInfo* info, UINT index, Long dispid, std::string_view 
         EXPECT_EQ(_wcsicmp(names[i + 1].get(), com::wide(toUtf16(parameters[i].name).c_str())), 0) << name;
         EXPECT_EQ((described.paramdesc.wParamFlags & PARAMFLAG_FOPT) == 0, parameters[i].required)
             << name << ' ' << parameters[i].name;
-        if (described.tdesc.vt != VT_VARIANT || parameters[i].required) {
+        if (described.tdesc.vt == VT_USERDEFINED) {
+            EXPECT_EQ(parameters[i].type, ParameterType::integer) << parameters[i].name;
+        } else if (described.tdesc.vt != VT_VARIANT || parameters[i].required) {
             EXPECT_EQ(described.tdesc.vt, types[static_cast<std::size_t>(parameters[i].type)]) << parameters[i].name;
         }
     }

@@ -5,6 +5,7 @@
 #include "automation/classes.hpp"
 #include "automation/identity.hpp"
 #include "quill1xml/text.hpp"
+#include "text/letter_case.hpp"
 
 #include <cstdlib>
 #include <exception>
@@ -43,6 +44,13 @@ std::string_view idlType(ParameterType type) {
     throw std::logic_error("a parameter of an unknown type");
 }
 
+/// Numbers that say yes, no or nothing at all.
+bool isThreeState(const Member& member, const Parameter& parameter) {
+    return parameter.type == ParameterType::integer && !parameter.required &&
+           equalIgnoringCase(parameter.name.substr(0, 6), std::string_view("intBln")) &&
+           defaultOf<Integer>(member, parameter) == -1;
+}
+
 std::string_view idlType(ResultType type) {
     switch (type) {
         case ResultType::nothing: return "void";
@@ -72,7 +80,9 @@ std::string optional(const Member& member, const Parameter& parameter) {
     bool zero = true;
     switch (parameter.type) {
         case ParameterType::text: return withDefault(type, quoted(toUtf8(defaultOf<Text>(member, parameter))));
-        case ParameterType::integer: return withDefault(type, std::to_string(defaultOf<Integer>(member, parameter)));
+        case ParameterType::integer:
+            return withDefault(isThreeState(member, parameter) ? "ThreeState" : type,
+                               std::to_string(defaultOf<Integer>(member, parameter)));
         case ParameterType::longInteger: return withDefault(type, std::to_string(defaultOf<Long>(member, parameter)));
         case ParameterType::boolean: return withDefault(type, defaultOf<Boolean>(member, parameter) ? "-1" : "0");
         case ParameterType::floating: zero = defaultOf<Double>(member, parameter) == 0; break;
@@ -111,9 +121,9 @@ void printEvent(const Event& event) {
     std::cout << ");\n";
 }
 
-/// Opens a dispinterface up to its methods.
+/// Opens a dispinterface up to its methods. Whoever looks for something finds it at the class.
 void openInterface(std::string_view id, std::string_view name, std::string_view suffix, std::string_view help) {
-    std::cout << "\n    [uuid(" << id << "), helpstring(" << quoted(help) << ")]\n    dispinterface _" << name
+    std::cout << "\n    [uuid(" << id << "), hidden, helpstring(" << quoted(help) << ")]\n    dispinterface _" << name
               << suffix << "\n    {\n    properties:\n    methods:\n";
 }
 
@@ -143,7 +153,9 @@ void printClass(const Class& of) {
 void printLibrary() {
     std::cout << "#include \"automation_types.idl\"\n\n[uuid(" << libraryId << "), version(" << libraryMajor << '.'
               << libraryMinor << "), helpstring(\"Quill1XML\")]\nlibrary " << libraryName
-              << "\n{\n    importlib(\"stdole2.tlb\");\n";
+              << "\n{\n    importlib(\"stdole2.tlb\");\n\n"
+                 "    typedef [helpstring(\"Yes, no, or not sent\")] enum ThreeState\n"
+                 "    {\n        tsNotSent = -1,\n        tsNo = 0,\n        tsYes = 1\n    } ThreeState;\n";
     printMembers(collectionClass(), collectionId);
     for (const Class* each : classes()) printClass(*each);
     std::cout << "};\n";
