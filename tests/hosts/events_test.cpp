@@ -108,7 +108,11 @@ TEST_F(Exchange, EventsReachEverySinkWhateverOneDoes) {
 class CallingList final : public IXMLDOMNodeList {
 public:
     explicit CallingList(std::function<HRESULT()> length) : length_(std::move(length)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** result) override { return *result = this, S_OK; }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+        const bool known = id == guidOf("2933bf82-7b36-11d2-b20e-00c04f983e60");
+        *result = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
     ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
