@@ -2,6 +2,7 @@
 // know of them. Everything in it comes from the declarations.
 #pragma once
 
+#include "automation/names.hpp"
 #include "quill1xml/node.hpp"
 #include "quill1xml/ports.hpp"
 #include "quill1xml/types.hpp"
@@ -58,10 +59,10 @@ struct Member {
     ResultType result = ResultType::nothing;
     std::string_view summary{};
     std::span<const Parameter> parameters{};
-    std::span<const std::uint8_t> parameterNames{};  ///< the parameters' indexes in the order of names
-    const void* defaults = nullptr;                  ///< an argument struct that holds every default
-    std::size_t argumentsSize = 0;                   ///< of the argument struct, in bytes; it is trivially copyable
-    const records::Record* record = nullptr;         ///< the element that the method writes, where it writes one
+    NameTable parameterNames{};
+    const void* defaults = nullptr;           ///< an argument struct that holds every default
+    std::size_t argumentsSize = 0;            ///< of the argument struct, in bytes; it is trivially copyable
+    const records::Record* record = nullptr;  ///< the element that the method writes, where it writes one
 
     /// Calls the member on an object of its class. Throws Error.
     Value (*invoke)(void* object, const void* arguments) = nullptr;
@@ -81,8 +82,8 @@ using EventSink = std::function<void(const Event& event, std::span<const Value> 
 struct Class {
     std::string_view name{};
     std::string_view summary{};
-    std::span<const Member> members{};            ///< in interface order
-    std::span<const std::uint8_t> memberNames{};  ///< the members' indexes in the order of names
+    std::span<const Member> members{};  ///< in interface order
+    NameTable memberNames{};
     std::span<const Event> events{};
 
     /// A call into an object is refused while another one is under way, but from an event.

@@ -7,12 +7,12 @@ namespace quill1xml::automation {
 namespace {
 
 constexpr Parameter index[] = {{"Index", ParameterType::variantInteger, true, 0}};
-constexpr auto indexNames = orderOfNames(index);
+constexpr auto indexNames = tableOfNames(index);
 constexpr Parameter addition[] = {{"Item", ParameterType::variantText, true, 0},
                                   {"Key", ParameterType::variantText, false, 0},
                                   {"Before", ParameterType::variantText, false, 0},
                                   {"After", ParameterType::variantText, false, 0}};
-constexpr auto additionNames = orderOfNames(addition);
+constexpr auto additionNames = tableOfNames(addition);
 
 constexpr Member members[] = {
     {.dispid = collection_ids::item,
@@ -43,7 +43,7 @@ constexpr Member members[] = {
      .result = ResultType::enumerator,
      .summary = "What \"For Each\" asks for."},
 };
-constexpr auto memberNames = orderOfNames(members);
+constexpr auto memberNames = tableOfNames(members);
 
 }  // namespace
 

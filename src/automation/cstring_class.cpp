@@ -10,7 +10,7 @@ namespace {
 CString& self(void* object) { return *static_cast<CString*>(object); }
 
 constexpr Parameter concatParameters[] = {{"s", ParameterType::text, true, 0}};
-constexpr auto concatParameterNames = orderOfNames(concatParameters);
+constexpr auto concatParameterNames = tableOfNames(concatParameters);
 constexpr Text noText;
 
 constexpr Member members[] = {
@@ -46,7 +46,7 @@ constexpr Member members[] = {
      }},
 };
 
-constexpr auto memberNames = orderOfNames(members);
+constexpr auto memberNames = tableOfNames(members);
 
 std::shared_ptr<void> create(const ports::Environment& environment) {
     return std::make_shared<CString>(environment.system->codePage());

@@ -58,15 +58,14 @@ constexpr Member collection(Long dispid, std::string_view name, std::string_view
 }
 
 constexpr NodeList noNode;
-constexpr std::uint8_t onlyParameter[] = {0};
 
 template <class Object>
-constexpr Member initialise(std::span<const Parameter> parameter) {
+constexpr Member initialise(std::span<const Parameter> parameter, NameTable names) {
     return {.dispid = 1,
             .name = "Initialise",
             .summary = "Sets or replaces the element that the object reads; for automation an IXMLDOMNode.",
             .parameters = parameter,
-            .parameterNames = onlyParameter,
+            .parameterNames = names,
             .defaults = &noNode,
             .argumentsSize = sizeof noNode,
             .invoke = [](void* object, const void* arguments) -> Value {
@@ -111,11 +110,12 @@ Value toValue(std::vector<UserDefinedField>&& items) { return collectionOf(items
 #define QUILL1XML_BEGIN_CLASS(function, nodeParameter)                                            \
     const Class& function() {                                                                     \
         static constexpr Parameter parameter[] = {{nodeParameter, ParameterType::node, true, 0}}; \
-        static constexpr Member members[] = { initialise<CLASS>(parameter),
+        static constexpr auto parameterNames = tableOfNames(parameter);                           \
+        static constexpr Member members[] = { initialise<CLASS>(parameter, parameterNames),
 #define QUILL1XML_END_CLASS(about)                          \
     }                                                       \
     ;                                                       \
-    static constexpr auto names = orderOfNames(members);    \
+    static constexpr auto names = tableOfNames(members);    \
     static const Class described{.name = CLASS::className,  \
                                  .summary = about,          \
                                  .members = members,        \

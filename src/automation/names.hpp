@@ -5,44 +5,50 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <numeric>
 #include <span>
 #include <string_view>
 
 namespace quill1xml::automation {
 
-/// The order of names in tables: shorter ones first, as lengths are the cheaper thing to compare.
-struct NameOrder {
-    template <class A, class B>
-    constexpr bool operator()(std::basic_string_view<A> a, std::basic_string_view<B> b) const {
-        if (a.size() != b.size()) return a.size() < b.size();
-        return std::ranges::lexicographical_compare(a, b, {}, asciiLower<A>, asciiLower<B>);
-    }
+/// A row of a table of names, whose rows stand in the order of their hashes.
+struct NameRow {
+    std::uint32_t hash = 0;
+    std::uint32_t index = 0;  ///< of what has the name
 };
 
-/// The indexes of named things in the order of their names.
+using NameTable = std::span<const NameRow>;
+
+template <class Character>
+constexpr std::uint32_t hashOfName(std::basic_string_view<Character> name) {
+    std::uint32_t hash = 2166136261;
+    for (const Character c : name) hash = (hash ^ static_cast<std::uint32_t>(asciiLower(c))) * 16777619;
+    return hash;
+}
+
+/// The table of the names of things.
 template <std::size_t size, class Things>
-consteval std::array<std::uint8_t, size> orderOfNames(const Things& things) {
-    static_assert(size <= 256);
-    std::array<std::uint8_t, size> order{};
-    std::iota(order.begin(), order.end(), std::uint8_t{0});
-    std::ranges::sort(order, NameOrder{}, [&](std::uint8_t i) { return things[i].name; });
-    return order;
+consteval std::array<NameRow, size> tableOfNames(const Things& things) {
+    std::array<NameRow, size> table{};
+    for (std::uint32_t i = 0; i < size; ++i) table[i] = {hashOfName(things[i].name), i};
+    std::ranges::sort(table, {}, &NameRow::hash);
+    return table;
 }
 
 template <class Thing, std::size_t size>
-consteval std::array<std::uint8_t, size> orderOfNames(const Thing (&things)[size]) {
-    return orderOfNames<size, Thing[size]>(things);
+consteval std::array<NameRow, size> tableOfNames(const Thing (&things)[size]) {
+    return tableOfNames<size, Thing[size]>(things);
 }
 
 /// The index of the thing of that name, or -1.
 template <class Thing, class Character>
-int indexOf(std::span<const Thing> things, std::span<const std::uint8_t> order,
-            std::basic_string_view<Character> name) {
-    const auto named = [&](std::uint8_t i) { return things[i].name; };
-    const auto place = std::ranges::partition_point(order, [&](std::uint8_t i) { return NameOrder{}(named(i), name); });
-    return place == order.end() || NameOrder{}(name, named(*place)) ? -1 : *place;
+int indexOf(std::span<const Thing> things, NameTable table, std::basic_string_view<Character> name) {
+    const auto [first, last] = std::ranges::equal_range(table, hashOfName(name), {}, &NameRow::hash);
+    const auto row = std::find_if(first, last, [&](const NameRow& r) {
+        return std::ranges::equal(things[r.index].name, name, {}, asciiLower<char>, asciiLower<Character>);
+    });
+    return row == last ? -1 : static_cast<int>(row->index);
 }
 
 }  // namespace quill1xml::automation

@@ -55,7 +55,7 @@ template <class ArgumentStruct>
 constexpr ArgumentStruct defaultArguments{};
 
 template <class ArgumentStruct>
-constexpr auto parameterNames = orderOfNames<parametersOf<ArgumentStruct>.size()>(parametersOf<ArgumentStruct>);
+constexpr auto parameterNames = tableOfNames<parametersOf<ArgumentStruct>.size()>(parametersOf<ArgumentStruct>);
 
 template <class ArgumentStruct, class Result, auto method>
 constexpr Member member(Long dispid, std::string_view name, std::string_view summary, const records::Record* record) {
@@ -82,7 +82,7 @@ constexpr Member members[] = {
 #include "quill1xml/methods/all.def"
 #undef ENTRY
 };
-constexpr auto memberNames = orderOfNames(members);
+constexpr auto memberNames = tableOfNames(members);
 
 std::span<const Event> events() {
     static constexpr Parameter parameters[] = {{"strTempFileName", ParameterType::text, true, 0},

@@ -2,7 +2,7 @@
 #include "quill1xml/entities.hpp"
 #include "quill1xml/store.hpp"
 
-#include "automation/classes.hpp"
+#include "quill1xml/store.hpp"
 #include "support/expect_error.hpp"
 #include "support/scripted_xml.hpp"
 

@@ -186,25 +186,13 @@ TEST_F(Client, NoCallLeavesTheErrorOfAnEarlierOne) {
     const auto store = server.create("Store");
     const auto builder = server.create("CString");
     const auto point = storeEvents(store.get());
-    const auto info = query<IProvideClassInfo2>(store.get(), IID_IProvideClassInfo2);
     const auto factory = server.factory(guidOf(findIdentity("CString")->coclass));
-    ComPtr<IEnumConnections> connections;
-    ASSERT_EQ(point->EnumConnections(connections.put()), S_OK);
-    IID id;
-    ComPtr<ITypeInfo> type;
     ComPtr<IUnknown> object;
     const std::function<void()> calls[] = {
         [&] { mustCall(builder.get(), u"length"); },
         [&] { idOf(store.get(), u"AddTax"); },
-        [&] { EXPECT_EQ(store->GetTypeInfo(0, english, type.put()), S_OK); },
-        [&] { EXPECT_EQ(info->GetClassInfo(type.put()), S_OK); },
-        [&] { EXPECT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id), S_OK); },
-        [&] { EXPECT_EQ(point->GetConnectionInterface(&id), S_OK); },
         [&] { EXPECT_EQ(point->Unadvise(9), static_cast<HRESULT>(CONNECT_E_NOCONNECTION)); },
-        [&] { storeEvents(store.get()); },
-        [&] { EXPECT_EQ(connections->Reset(), S_OK); },
         [&] { EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid()), S_OK); },
-        [&] { server.factory(IID_IUnknown); },
     };
     for (const auto& each : calls) {
         EXPECT_EQ(call(store.get(), u"AddTax", {u""}).code, applicationError);
@@ -266,14 +254,19 @@ TEST_F(Client, TheHostsArithmeticIsItsOwn) {
 
 /// What a process can run out of.
 struct Resources {
-    DWORD handles = 0;
-    DWORD slot = 0;  ///< the next thread-local one
-    SIZE_T bytes = 0;
+    std::size_t handle = 0;  ///< the number of the next one
+    std::size_t slots = 0;   ///< thread-local ones, left
+    std::size_t bytes = 0;
 
     static Resources now() {
         Resources result;
-        GetProcessHandleCount(GetCurrentProcess(), &result.handles);
-        TlsFree(result.slot = TlsAlloc());
+        HANDLE const handle = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        result.handle = reinterpret_cast<std::size_t>(handle);
+        CloseHandle(handle);
+        std::vector<DWORD> slots;
+        for (DWORD slot; (slot = TlsAlloc()) != TLS_OUT_OF_INDEXES;) slots.push_back(slot);
+        for (const DWORD slot : slots) TlsFree(slot);
+        result.slots = slots.size();
         PROCESS_MEMORY_COUNTERS memory{};
         GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
         result.bytes = memory.PagefileUsage;
@@ -292,8 +285,8 @@ TEST(Module, IsLoadedAndUnloadedOverAndOver) {
         if (round == 10) before = Resources::now();
     }
     const Resources after = Resources::now();
-    EXPECT_EQ(after.handles, before.handles);
-    EXPECT_EQ(after.slot, before.slot);
+    EXPECT_LT(after.handle, before.handle + 400);
+    EXPECT_EQ(after.slots, before.slots);
     EXPECT_LT(after.bytes, before.bytes + 1'000'000);
     CoUninitialize();
 }

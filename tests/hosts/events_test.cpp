@@ -109,7 +109,7 @@ class CallingList final : public IXMLDOMNodeList {
 public:
     explicit CallingList(std::function<HRESULT()> length) : length_(std::move(length)) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == iidXmlDomNodeList;
+        const bool known = id == guidOf("2933bf82-7b36-11d2-b20e-00c04f983e60");
         *result = known ? this : nullptr;
         return known ? S_OK : E_NOINTERFACE;
     }
@@ -131,8 +131,6 @@ public:
     HRESULT STDMETHODCALLTYPE get__newEnum(IUnknown**) override { return E_NOTIMPL; }
 
 private:
-    static constexpr IID iidXmlDomNodeList = {
-        0x2933BF82, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
     std::function<HRESULT()> length_;
 };
 

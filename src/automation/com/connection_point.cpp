@@ -22,6 +22,8 @@ void ConnectionPoint::fire(const Event& event, std::span<const Value> arguments)
         each.sink->Invoke(event.dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &given, nullptr, nullptr,
                           nullptr);
     }
+    // What a sink left for the thread would explain a failure of the call under way.
+    SetErrorInfo(0, nullptr);
 }
 
 HRESULT ConnectionPoint::QueryInterface(REFIID id, void** result) {

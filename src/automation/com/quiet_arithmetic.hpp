@@ -19,11 +19,14 @@ public:
     QuietArithmetic(const QuietArithmetic&) = delete;
     QuietArithmetic& operator=(const QuietArithmetic&) = delete;
     ~QuietArithmetic() {
-        std::fesetenv(&olderUnit_);
+        // Setting the older unit costs microseconds on a virtual machine.
+        if ((olderUnit_.__control_word & allMasked) != allMasked) std::fesetenv(&olderUnit_);
         _mm_setcsr(newerUnit_);
     }
 
 private:
+    static constexpr unsigned int allMasked = 0x3F;
+
     unsigned int newerUnit_;
     std::fenv_t olderUnit_;
 };
