@@ -71,7 +71,7 @@ TEST(CurlHttp, RedirectsAreFewAndStayWithTheHost) {
             LoopbackServer server(always(httpReply(status, "Location: " + c.target + "\r\n", "")));
             const std::u16string url = u"http://user:secret@" + server.address();
             expectError([&] { CurlHttp().post(url, "text/xml", "<a/>"); }, 440, c.expected);
-            expectError([&] { CurlHttp().get(url); }, 440, c.expected);
+            expectError([&] { CurlHttp().get(url, {}); }, 440, c.expected);
             EXPECT_EQ(server.requests().size(), c.target == "/again" ? 12u : 2u) << c.target;
         }
     }
@@ -106,7 +106,7 @@ TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
     std::string trailers = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n";
     for (int i = 0; i < 400; ++i) trailers += "X: " + std::string(3000, 'x') + "\r\n";
     LoopbackServer chatty(always(trailers + "\r\n"));
-    expectError([&] { CurlHttp().get(u"http://" + chatty.address()); }, 440, u"headers of the reply are larger");
+    expectError([&] { CurlHttp().get(u"http://" + chatty.address(), {}); }, 440, u"headers of the reply are larger");
 
     std::u16string closed;
     {

@@ -95,7 +95,7 @@ TEST(WindowsHttp, BytesAndHeadersGoAsTheyAre) {
 
 TEST(WindowsHttp, FetchingAsksForAFreshAnswer) {
     OneReply server("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n<a/>");
-    EXPECT_EQ(systemEnvironment().http->get(u"http://" + server.address()).body, "<a/>");
+    EXPECT_EQ(systemEnvironment().http->get(u"http://" + server.address(), {}).body, "<a/>");
     EXPECT_THAT(server.request(), HasSubstr("If-Modified-Since: Sat, 01 Jan 2000 00:00:00 GMT\r\n"));
 }
 

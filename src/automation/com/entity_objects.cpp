@@ -47,8 +47,9 @@ public:
             const com::Variant argument(static_cast<IDispatch*>(objectOf(node)));
             VARIANT value = argument.get();
             DISPPARAMS given{&value, nullptr, 1, 0};
-            platform::check(object->Invoke(initialise, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &given, nullptr,
-                                           nullptr, nullptr));
+            const HRESULT result = object->Invoke(initialise, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &given,
+                                                  nullptr, nullptr, nullptr);
+            if (FAILED(result)) throw platform::errorOf(result, object.get(), IID_IDispatch);
             IDispatch* const made = object.detach();
             objects.emplace_back(made, [](IDispatch* counted) { counted->Release(); });
         }

@@ -36,17 +36,21 @@ public:
     std::vector<Node> nodes() const override {
         if (!list_) throw runtimeError(RuntimeError::objectNotSet, name_);
         long length = 0;
-        platform::check(list_->get_length(&length));
+        check(list_->get_length(&length));
         std::vector<Node> nodes;
         for (long i = 0; i < length; ++i) {
             com::ComPtr<IXMLDOMNode> node;
-            platform::check(list_->get_item(i, node.put()));
+            check(list_->get_item(i, node.put()));
             nodes.push_back(nodeOf(node.get(), name_));
         }
         return nodes;
     }
 
 private:
+    void check(HRESULT result) const {
+        if (FAILED(result)) throw platform::errorOf(result, list_.get(), iidXmlDomNodeList);
+    }
+
     com::ComPtr<IXMLDOMNodeList> list_;
     std::u16string name_;
 };

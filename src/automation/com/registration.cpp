@@ -136,6 +136,7 @@ HRESULT registerServer(HKEY scope) {
     Writer registry(scope);
     const std::wstring file = moduleFile();
     for (const Identity& identity : identities) setClass(registry, identity, file);
+    setInterface(registry, collectionId, L"_Collection");
     registry.set(libraryVersionKey(), nullptr, wide(libraryName));
     registry.set(libraryVersionKey() + ownPlatform, nullptr, file);
     registry.set(libraryVersionKey() + L"\\FLAGS", nullptr, L"0");
@@ -152,6 +153,7 @@ HRESULT unregisterServer(HKEY scope) {
         registry.remove(interfaceKey(identity.members));
         if (!identity.events.empty()) registry.remove(interfaceKey(identity.events));
     }
+    registry.remove(interfaceKey(collectionId));
     registry.remove(libraryVersionKey() + ownPlatform);
     if (const auto otherFile = registry.text(libraryVersionKey() + otherPlatform)) {
         if (scope == HKEY_LOCAL_MACHINE) setEventSource(registry, *otherFile);

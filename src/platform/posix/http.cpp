@@ -18,12 +18,10 @@ constexpr int maximumRedirects = 5;
 constexpr std::size_t maximumHeaders = 1024 * 1024;
 
 struct Free {
-    void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
     void operator()(CURLU* url) const noexcept { curl_url_cleanup(url); }
     void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
     void operator()(char* text) const noexcept { curl_free(text); }
 };
-using Handle = std::unique_ptr<CURL, Free>;
 using Url = std::unique_ptr<CURLU, Free>;
 using Headers = std::unique_ptr<curl_slist, Free>;
 
@@ -171,6 +169,31 @@ Url redirected(const Url& from, const char* location) {
     return to;
 }
 
+/// Lines of the head of a request.
+class HeaderLines {
+public:
+    void add(const std::string& line) {
+        curl_slist* const longer = curl_slist_append(lines_.get(), line.c_str());
+        if (longer == nullptr) throw std::bad_alloc();
+        (void)lines_.release();
+        lines_.reset(longer);
+    }
+
+    curl_slist* get() const noexcept { return lines_.get(); }
+
+private:
+    Headers lines_;
+};
+
+/// A header of the reply, empty when there is none.
+std::string header(CURL* handle, const char* name) {
+    curl_header* found = nullptr;
+    constexpr int lastRequest = -1;
+    const CURLHcode code = curl_easy_header(handle, name, 0, CURLH_HEADER, lastRequest, &found);
+    if (code == CURLHE_OUT_OF_MEMORY) throw std::bad_alloc();
+    return code == CURLHE_OK ? found->value : "";
+}
+
 bool isRedirect(long status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
 }
@@ -181,61 +204,59 @@ CurlHttp::CurlHttp(HttpLimits limits) : limits_(limits) { initialise(); }
 
 HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle)>& prepare) {
     Url url = parseUrl(address);
-    const Handle handle(curl_easy_init());
-    if (!handle) throw std::bad_alloc();
+    if (!handle_) handle_ = std::shared_ptr<CURL>(curl_easy_init(), &curl_easy_cleanup);
+    CURL* const handle = handle_.get();
+    if (handle == nullptr) throw std::bad_alloc();
+    // What the last request was about, but for its connection, is forgotten.
+    curl_easy_reset(handle);
     char detail[CURL_ERROR_SIZE] = "";
     Transfer transfer{limits_};
-    set(handle.get(), CURLOPT_CURLU, url.get());
-    set(handle.get(), CURLOPT_PROTOCOLS_STR, "http,https");
-    set(handle.get(), CURLOPT_FOLLOWLOCATION, 0L);
-    set(handle.get(), CURLOPT_CONNECTTIMEOUT, static_cast<long>(limits_.connect.count()));
-    set(handle.get(), CURLOPT_NOSIGNAL, 1L);
-    set(handle.get(), CURLOPT_SSL_VERIFYPEER, 1L);
-    set(handle.get(), CURLOPT_SSL_VERIFYHOST, 2L);
-    set(handle.get(), CURLOPT_USERAGENT, "Quill1XML");
-    set(handle.get(), CURLOPT_ERRORBUFFER, detail);
-    set(handle.get(), CURLOPT_WRITEFUNCTION, &onBody);
-    set(handle.get(), CURLOPT_WRITEDATA, &transfer);
-    set(handle.get(), CURLOPT_HEADERFUNCTION, &onHeader);
-    set(handle.get(), CURLOPT_HEADERDATA, &transfer);
-    set(handle.get(), CURLOPT_NOPROGRESS, 0L);
-    set(handle.get(), CURLOPT_XFERINFOFUNCTION, &onProgress);
-    set(handle.get(), CURLOPT_XFERINFODATA, &transfer);
-    prepare(handle.get());
+    set(handle, CURLOPT_CURLU, url.get());
+    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    set(handle, CURLOPT_CONNECTTIMEOUT, static_cast<long>(limits_.connect.count()));
+    set(handle, CURLOPT_NOSIGNAL, 1L);
+    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
+    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+    set(handle, CURLOPT_USERAGENT, "Quill1XML");
+    set(handle, CURLOPT_ERRORBUFFER, detail);
+    set(handle, CURLOPT_WRITEFUNCTION, &onBody);
+    set(handle, CURLOPT_WRITEDATA, &transfer);
+    set(handle, CURLOPT_HEADERFUNCTION, &onHeader);
+    set(handle, CURLOPT_HEADERDATA, &transfer);
+    set(handle, CURLOPT_NOPROGRESS, 0L);
+    set(handle, CURLOPT_XFERINFOFUNCTION, &onProgress);
+    set(handle, CURLOPT_XFERINFODATA, &transfer);
+    prepare(handle);
 
     for (int redirects = 0;; ++redirects) {
-        const CURLcode code = curl_easy_perform(handle.get());
+        const CURLcode code = curl_easy_perform(handle);
         if (code != CURLE_OK) throw transferError(code, detail, transfer, url);
         long status = 0;
         const char* location = nullptr;
-        curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
-        curl_easy_getinfo(handle.get(), CURLINFO_REDIRECT_URL, &location);
+        curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+        curl_easy_getinfo(handle, CURLINFO_REDIRECT_URL, &location);
         transfer.reply.status = static_cast<int>(status);
         if (location == nullptr || !isRedirect(status)) break;
         if (redirects == maximumRedirects) refuseRedirect(url, u"the server redirects more than 5 times");
         Url next = redirected(url, location);
-        set(handle.get(), CURLOPT_CURLU, next.get());
+        set(handle, CURLOPT_CURLU, next.get());
         url = std::move(next);
         // A body that moved is posted again; only 303 (See Other) asks for a GET.
-        if (status == 303) set(handle.get(), CURLOPT_HTTPGET, 1L);
+        if (status == 303) set(handle, CURLOPT_HTTPGET, 1L);
         transfer.reply.body.clear();
     }
     const char* type = nullptr;
-    curl_easy_getinfo(handle.get(), CURLINFO_CONTENT_TYPE, &type);
+    curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &type);
     if (type != nullptr) transfer.reply.contentType = type;
+    transfer.reply.validators = {.entityTag = header(handle, "ETag"), .lastModified = header(handle, "Last-Modified")};
     return std::move(transfer.reply);
 }
 
 HttpReply CurlHttp::post(Text url, std::string_view contentType, std::string_view body) {
-    Headers headers;
-    const auto addHeader = [&headers](const std::string& line) {
-        curl_slist* const longer = curl_slist_append(headers.get(), line.c_str());
-        if (longer == nullptr) throw std::bad_alloc();
-        (void)headers.release();
-        headers.reset(longer);
-    };
-    addHeader("Content-Type: " + std::string(contentType));
-    addHeader("Expect:");  // waiting for "100 Continue" costs a second with servers that do not know it
+    HeaderLines headers;
+    headers.add("Content-Type: " + std::string(contentType));
+    headers.add("Expect:");  // waiting for "100 Continue" costs a second with servers that do not know it
     return transfer(url, [&](void* handle) {
         set(handle, CURLOPT_POST, 1L);
         set(handle, CURLOPT_POSTFIELDS, body.empty() ? "" : body.data());  // null would read standard input
@@ -244,8 +265,11 @@ HttpReply CurlHttp::post(Text url, std::string_view contentType, std::string_vie
     });
 }
 
-HttpReply CurlHttp::get(Text url, const Validators&) {
-    return transfer(url, [](void*) {});
+HttpReply CurlHttp::get(Text url, const Validators& known) {
+    HeaderLines headers;
+    if (!known.entityTag.empty()) headers.add("If-None-Match: " + known.entityTag);
+    if (!known.lastModified.empty()) headers.add("If-Modified-Since: " + known.lastModified);
+    return transfer(url, [&](void* handle) { set(handle, CURLOPT_HTTPHEADER, headers.get()); });
 }
 
 std::shared_ptr<Http> makeHttp() { return std::make_shared<CurlHttp>(); }

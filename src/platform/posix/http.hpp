@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 
 namespace quill1xml::platform {
 
@@ -16,6 +17,8 @@ struct HttpLimits {
     std::size_t replyBytes = 256u * 1024 * 1024;  ///< of all that comes in, headers and redirects too
 };
 
+/// Serves one thread. Connections are kept while they stay open: a request on one that the server closed meanwhile is
+/// sent again only where none of it can have been processed.
 /// Speaks HTTP and HTTPS alone and checks certificates. Follows at most 5 redirects, and only to the same host and port
 /// or from http to https of the same host.
 class CurlHttp final : public Http {
@@ -30,6 +33,7 @@ private:
     HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);
 
     HttpLimits limits_;
+    std::shared_ptr<void> handle_;  ///< the library's; it keeps connections and TLS sessions from request to request
 };
 
 }  // namespace quill1xml::platform
