@@ -44,11 +44,15 @@ consteval std::array<NameRow, size> tableOfNames(const Thing (&things)[size]) {
 /// The index of the thing of that name, or -1.
 template <class Thing, class Character>
 int indexOf(std::span<const Thing> things, NameTable table, std::basic_string_view<Character> name) {
-    const auto [first, last] = std::ranges::equal_range(table, hashOfName(name), {}, &NameRow::hash);
-    const auto row = std::find_if(first, last, [&](const NameRow& r) {
-        return std::ranges::equal(things[r.index].name, name, {}, asciiLower<char>, asciiLower<Character>);
-    });
-    return row == last ? -1 : static_cast<int>(row->index);
+    const std::uint32_t hash = hashOfName(name);
+    auto row = std::ranges::lower_bound(table, hash, {}, &NameRow::hash);
+    for (; row != table.end() && row->hash == hash; ++row) {
+        const std::string_view known = things[row->index].name;
+        if (std::ranges::equal(known, name, {}, asciiLower<char>, asciiLower<Character>)) {
+            return static_cast<int>(row->index);
+        }
+    }
+    return -1;
 }
 
 }  // namespace quill1xml::automation

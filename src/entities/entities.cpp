@@ -11,7 +11,6 @@
 namespace quill1xml {
 namespace {
 
-using entities::Handling;
 using enum entities::Handling;
 using entities::readDate;
 using entities::readDouble;

@@ -181,7 +181,7 @@ std::string xdr() {
         "xmlns:dt=\"urn:schemas-microsoft-com:datatypes\">\n";
     // An element type must be declared before the element that contains it.
     const auto& all = records::elements();
-    for (auto element = all.rbegin(); element != all.rend(); ++element) text += xdrElement(*element);
+    std::for_each(all.rbegin(), all.rend(), [&text](const ElementModel& element) { text += xdrElement(element); });
     return text + "</Schema>\n";
 }
 

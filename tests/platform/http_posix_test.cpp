@@ -123,5 +123,13 @@ TEST(CurlHttp, OtherUrlsAreInvalidArguments) {
     }
 }
 
+TEST(CurlHttp, AConnectionThatTheServerClosesMeanwhileIsNoFailure) {
+    // The reply promises to stay, the server goes.
+    LoopbackServer server(always("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n<a/>"));
+    CurlHttp http;
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(http.post(u"http://" + server.address(), "text/xml", "<b/>").body, "<a/>");
+    EXPECT_EQ(server.requests().size(), 3u) << "nothing is posted twice";
+}
+
 }  // namespace
 }  // namespace quill1xml::platform

@@ -109,5 +109,47 @@ TEST(Documents, TellWhyTheyDoNotLoadOrAreNotValid) {
     expectError(loadText, 5, u"schema source");
 }
 
+TEST(Documents, CompileASchemaOnceWhileItStaysTheSame) {
+    ScriptedEnvironment fake;
+    store::State state(fake.environment());
+    const auto loadText = [&] { store::loadText(state, {{u"<a/>"}}); };
+    state.schemaSource = u"none";
+    Bytes& file = fake.files->bytes[u"none"];
+    file = {'<', 'a', '/', '>'};
+    loadText();
+    loadText();
+    EXPECT_EQ(fake.xml->compiles, 1);
+    file[1] = 'b';
+    loadText();
+    EXPECT_EQ(fake.xml->compiles, 2) << "it changed";
+    file.pop_back();
+    expectError(loadText, applicationError, u"The schema none cannot be used");
+    fake.files->bytes.clear();
+    expectError(loadText, 53, u"none");
+
+    state.schemaSource = u"http://host/s?secret";
+    fake.http->replies = {
+        {200, {}, "<a/>", {.entityTag = "1", .lastModified = {}}}, {304, {}, {}, {}}, {404, {}, {}, {}}};
+    loadText();
+    loadText();
+    EXPECT_EQ(fake.xml->compiles, 3);
+    EXPECT_EQ(fake.http->requests.at(1).body, "1") << "only asked whether it changed";
+    expectError(loadText, 53, u"http://host/s (HTTP status 404)");
+
+    // A server that gives nothing to tell its answer by is asked once for each sending.
+    fake.http->replies = {{200, {}, "<b/>", {}}, {200, {}, "<b/>", {}}, {200, {}, "<c/>", {}}};
+    {
+        const store::SchemaSource::Sending sending(state.schema);
+        loadText();
+        loadText();
+    }
+    EXPECT_EQ(fake.http->replies.size(), 2u);
+    loadText();
+    EXPECT_EQ(fake.xml->compiles, 4);
+    loadText();
+    EXPECT_EQ(fake.xml->compiles, 5);
+    EXPECT_TRUE(fake.http->replies.empty());
+}
+
 }  // namespace
 }  // namespace quill1xml

@@ -18,6 +18,7 @@ public:
     ports::ParseError validateError;                 ///< of store documents
     std::map<std::u16string, std::u16string> files;  ///< what load finds
     std::map<std::u16string, std::u16string> saved;  ///< what documents saved
+    int compiles = 0;                                ///< of schemas
 
     std::unique_ptr<ports::Document> parse(std::span<const Text> pieces, std::shared_ptr<ports::Schema> schema,
                                            ports::ParseError& error) override {
@@ -41,6 +42,7 @@ public:
     }
 
     std::shared_ptr<ports::Schema> compile(std::unique_ptr<ports::Document>, Text, ports::ParseError&) override {
+        ++compiles;
         return std::make_shared<ports::Schema>();
     }
 

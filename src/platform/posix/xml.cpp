@@ -42,7 +42,7 @@ public:
             error.reason = u"The text holds half a surrogate pair, which is no character";
             return nullptr;
         }
-        return parseUtf8(utf8, std::move(schema), error);
+        return parseUtf8(utf8, schema, error);
     }
 
     std::unique_ptr<Document> parseBytes(std::string bytes, SourceEncoding encoding, ParseError& error) override {
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    static std::unique_ptr<Document> parseUtf8(std::string_view utf8, std::shared_ptr<Schema> schema,
+    static std::unique_ptr<Document> parseUtf8(std::string_view utf8, const std::shared_ptr<Schema>& schema,
                                                ParseError& error) {
         constexpr std::string_view mark = "\xEF\xBB\xBF";
         if (utf8.starts_with(mark)) utf8.remove_prefix(mark.size());
