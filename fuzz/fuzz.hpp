@@ -36,10 +36,14 @@ class DiskFreeXml : public testing::ScriptedXml {
 public:
     std::u16string archive;  ///< the folder that every saved document must stay in, where one is given
 
-    std::unique_ptr<ports::Document> parse(std::u16string text, std::shared_ptr<ports::Schema> schema,
+    std::unique_ptr<ports::Document> parse(std::span<const Text> pieces, std::shared_ptr<ports::Schema> schema,
                                            ports::ParseError& error) override {
-        auto document = ScriptedXml::parse(std::move(text), std::move(schema), error);
-        return document ? std::make_unique<DiskFree>(*this, std::move(document)) : nullptr;
+        return diskFree(ScriptedXml::parse(pieces, std::move(schema), error));
+    }
+
+    std::unique_ptr<ports::Document> parseBytes(std::string bytes, ports::SourceEncoding encoding,
+                                                ports::ParseError& error) override {
+        return diskFree(ScriptedXml::parseBytes(std::move(bytes), encoding, error));
     }
 
 private:
@@ -52,6 +56,7 @@ private:
             return document_->select(path);
         }
         std::u16string xml() const override { return document_->xml(); }
+        std::string utf8() const override { return document_->utf8(); }
         void save(Text fileName) const override {
             if (xml_.archive.empty()) return;
             const std::u16string start = xml_.archive + u"\\WebStore";
@@ -65,6 +70,10 @@ private:
         const DiskFreeXml& xml_;
         std::unique_ptr<ports::Document> document_;
     };
+
+    std::unique_ptr<ports::Document> diskFree(std::unique_ptr<ports::Document> document) const {
+        return document ? std::make_unique<DiskFree>(*this, std::move(document)) : nullptr;
+    }
 };
 
 struct World : testing::FakeEnvironment {
