@@ -282,15 +282,14 @@ void writeBytes(Text fileName, std::string_view bytes) {
 
 Bytes readBytes(Text fileName) {
     File file(NativePath(fileName), fileName, O_RDONLY);
-    constexpr std::size_t firstChunk = 1 << 16;
-    Bytes bytes;
+    // With room for one byte more, the end of a file that stays as it is shows without growing.
+    constexpr std::size_t leastRoom = 1 << 12;
+    Bytes bytes(static_cast<std::size_t>(file.size()) + 1);
     std::size_t used = 0;
-    std::size_t count = 0;
-    do {
-        bytes.resize(used + std::max(firstChunk, used));
-        count = file.read(bytes.data() + used, bytes.size() - used);
+    while (const std::size_t count = file.read(bytes.data() + used, bytes.size() - used)) {
         used += count;
-    } while (count != 0);
+        if (used == bytes.size()) bytes.resize(used + std::max(leastRoom, used));
+    }
     bytes.resize(used);
     return bytes;
 }

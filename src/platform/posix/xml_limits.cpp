@@ -35,6 +35,9 @@ constexpr std::size_t comparisonsInAny = 2 * maximumAttributes * maximumAttribut
 }  // namespace
 
 std::u16string_view excessIn(std::string_view document) {
+    constexpr std::size_t shortestAttribute = sizeof(" a=''") - 1;
+    static_assert(shortestAttribute * maximumAttributes < maximumDocumentType);
+    if (document.size() < shortestAttribute * maximumAttributes) return {};
     std::string_view rest = document;
     const std::size_t allowed = comparisonsInAny + comparisonsPerByte * document.size();
     std::size_t comparisons = 0;
