@@ -163,7 +163,8 @@ TreeOwner parseTree(std::string_view document, SourceEncoding encoding, ParseErr
     context->sax->attributeDecl = &onAttributeDeclaration;
     // XML_PARSE_HUGE lifts the limit of 10 MB for an attribute, which an image exceeds, and with it the limit of depth,
     // which onStartElement sets again. Without entities it opens nothing else.
-    const int options = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_BIG_LINES |
+    // XML_PARSE_COMPACT keeps short values within their nodes, which no one changes.
+    const int options = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_BIG_LINES | XML_PARSE_COMPACT |
                         (encoding == SourceEncoding::utf8 ? XML_PARSE_IGNORE_ENC : 0);
     TreeOwner tree(xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()), nullptr,
                                      nullptr, options));
