@@ -66,6 +66,8 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
                            u"</Store>"};
     const Long importNumber = sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, [&] {
         loadText(state, pieces, content);
+        // After a power cut the files tell what the store may have.
+        state.environment.files->flush(path);
     });
     if (!state.uploadResult.empty()) state.uploadResult.push_back(u',');
     state.uploadResult.append(name).push_back(u' ');

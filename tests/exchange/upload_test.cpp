@@ -93,6 +93,8 @@ TEST_F(Upload, PostsEachPacketAndReportsIt) {
     EXPECT_EQ(fake_.files->texts, (FileTexts{{u"T\\Other1.tmp", u"x"}}));
     EXPECT_THAT(fake_.log->entries, IsEmpty());
     EXPECT_EQ(store_.packetUnderWay(), u"");
+    EXPECT_EQ(fake_.xml->compiles, 1) << "for the first post, which had a schema";
+    EXPECT_THAT(fake_.files->flushed, ElementsAre(u"T\\WebStore1.tmp", u"T\\WebStore2.tmp", u"T\\WebStoreTax2.tmp"));
 }
 
 TEST_F(Upload, GoesThroughTheKindsInOneOrder) {
@@ -210,6 +212,9 @@ TEST_F(Upload, EndsBeforeThePostWhenTheDocumentIsNoGood) {
     EXPECT_THAT(labels(*fake_.log), ::testing::Contains("Method: Quill1XML.Store.Validate()"));
     EXPECT_EQ(store_.packetUnderWay(), u"WebStore1.tmp");
     fake_.xml->validateError = {};
+    fake_.files->full = true;
+    expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, 61, u"T\\WebStore1.tmp");
+    fake_.files->full = false;
     EXPECT_THAT(fake_.http->requests, IsEmpty());
     EXPECT_EQ(fake_.files->texts, before);
 
