@@ -143,7 +143,12 @@ public:
         const std::u16string name(fileName);
         const HANDLE file = CreateFileW(com::wide(name.c_str()), GENERIC_WRITE, others, nullptr, OPEN_EXISTING,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file == INVALID_HANDLE_VALUE) return;  // the system flushes only what may be written to
+        if (file == INVALID_HANDLE_VALUE) {
+            // The system flushes only what may be written to.
+            const DWORD code = GetLastError();
+            if (code == ERROR_ACCESS_DENIED || code == ERROR_WRITE_PROTECT || code == ERROR_SHARING_VIOLATION) return;
+            throwLastError(fileName);
+        }
         const bool flushed = FlushFileBuffers(file) != 0;
         const DWORD code = GetLastError();
         CloseHandle(file);
