@@ -17,6 +17,8 @@ void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded =
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
+const std::u16string& Store::packetUnderWay() const noexcept { return state_->packetUnderWay; }
+
 #define METHOD(dispid, Result, Name, summary) \
     Result Store::Name(const arguments::Name& arguments) { return store::run(*state_, arguments); }
 #include "quill1xml/methods/all.def"

@@ -186,6 +186,7 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
 int runCommandLine(int argc, char** argv) {
     CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
+    app.footer(automation::limitsText());
     Action action;
     for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
     try {

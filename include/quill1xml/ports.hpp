@@ -36,6 +36,10 @@ public:
     /// As appendText, to a file that starts anew.
     virtual void writeText(Text fileName, Text text) = 0;
 
+    /// Waits until what was written to the file would survive a power cut, where the system can do that: a file system
+    /// that has nothing to flush, or a file that may only be read, is no error.
+    virtual void flush(Text fileName) = 0;
+
     /// The whole file without its byte-order mark. Error 13 when it is not UTF-16 little-endian text.
     virtual std::u16string readText(Text fileName) = 0;
 

@@ -39,6 +39,10 @@ public:
     /// Looks at the packet files on disk. Throws when the folder cannot be read.
     PendingPackets pendingPackets() const;
 
+    /// The packet file that is being sent or, after a Send or SendTempFile that failed on one, that packet file,
+    /// without folder; empty otherwise. A packet counts as being sent until its listener has returned.
+    const std::u16string& packetUnderWay() const noexcept;
+
 #define METHOD(dispid, Result, Name, summary) Result Name(const arguments::Name& arguments = {});
 #include "quill1xml/methods/all.def"
 

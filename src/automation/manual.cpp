@@ -1,6 +1,7 @@
 #include "automation/manual.hpp"
 
 #include "automation/classes.hpp"
+#include "quill1xml/limits.hpp"
 #include "quill1xml/text.hpp"
 #include "records/record.hpp"
 #include "text/date.hpp"
@@ -191,8 +192,18 @@ void appendEvent(std::string& out, const Event& event) {
 
 }  // namespace
 
+std::string limitsText() {
+    using std::to_string;
+    return "On Linux an exchange with a server fails after " + to_string(limits::silence.count()) +
+           " s without a byte, after " + to_string(limits::replyMiB) + " MiB of\nreplies, " +
+           to_string(limits::headersMiB) + " MiB of headers, or " + to_string(limits::redirects) +
+           " redirects. A document with more than " + to_string(limits::attributes) +
+           " attributes\nin one tag does not load.";
+}
+
 std::string manual() {
     std::string out(introduction);
+    out += limitsText() + "\n\n";
     for (const Class* each : classes()) {
         out += "## " + std::string(each->name) + "\n\n" + std::string(each->summary) + "\n\n";
         for (const Event& event : each->events) appendEvent(out, event);

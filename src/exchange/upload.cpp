@@ -57,14 +57,18 @@ Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load) {
 }
 
 void sendPacket(State& state, const arguments::SendTempFile& arguments, const std::u16string& name) {
-    const std::u16string content = state.environment.files->readText(state.tempFilePath + name);
+    const std::u16string path = state.tempFilePath + name;
+    const std::u16string content = state.environment.files->readText(path);
     if (trimBlanks(content, u" \t\r\n").empty()) return;
 
     const bool hasHead = name == fileName(firstPacket);
     const Text pieces[] = {hasHead ? Text() : Text(state.documentHead), hasHead ? Text() : Text(u"\r\n"), content,
                            u"</Store>"};
-    const Long importNumber =
-        sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, [&] { loadText(state, pieces); });
+    const Long importNumber = sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, [&] {
+        loadText(state, pieces, content);
+        // After a power cut the files tell what the store may have.
+        state.environment.files->flush(path);
+    });
     if (!state.uploadResult.empty()) state.uploadResult.push_back(u',');
     state.uploadResult.append(name).push_back(u' ');
     appendInteger(state.uploadResult, importNumber);
@@ -75,9 +79,12 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
 
 void perform(State& state, const arguments::SendTempFile& arguments) {
     const SchemaSource::Sending sending(state.schema);
+    state.packetUnderWay.clear();
     Integer packet = 1;
     for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty(); ++packet) {
+        state.packetUnderWay = name;
         sendPacket(state, arguments, name);
+        state.packetUnderWay.clear();
         if (packet == std::numeric_limits<Integer>::max()) throw runtimeError(RuntimeError::overflow);
     }
 }
@@ -85,6 +92,7 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
 std::u16string perform(State& state, const arguments::Send& arguments) {
     if (!arguments.strWebStoreSchemaSource.empty()) state.schemaSource = arguments.strWebStoreSchemaSource;
     state.uploadResult.clear();
+    state.packetUnderWay.clear();
     const SchemaSource::Sending sending(state.schema);
     if (arguments.strSource == u"Memory") {
         for (const std::u16string& kind : exchange::sendOrder(state)) {

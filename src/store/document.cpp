@@ -1,6 +1,7 @@
 #include "store/document.hpp"
 
 #include "store/error_log.hpp"
+#include "store/torn_end.hpp"
 #include "text/numbers.hpp"
 
 #include <initializer_list>
@@ -41,15 +42,17 @@ void load(State& state, Parse parse) {
 
 }  // namespace
 
-void loadText(State& state, std::span<const Text> pieces) {
+void loadText(State& state, std::span<const Text> pieces, Text packet) {
     load(state, [&] {
         ports::ParseError error;
         state.document =
             state.environment.xml->parse(pieces, state.schema.load(state.environment, state.schemaSource), error);
         state.documentLoaded = state.document != nullptr;
         if (state.documentLoaded) return;
+        const std::u16string torn = accountOfTornEnd(state.packetUnderWay, packet);
         failedToLoad(account(u"Failed to load web store document XML.",
-                             {{u"Error Code: ", number(error.code)}, {u"Reason: ", error.reason}}));
+                             {{u"Error Code: ", number(error.code)}, {u"Reason: ", error.reason}}) +
+                     (torn.empty() ? torn : u"\r\n" + torn));
     });
 }
 

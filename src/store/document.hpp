@@ -8,8 +8,9 @@
 namespace quill1xml::store {
 
 /// Parses a document in pieces of text that follow each other, with the schema of the store, and validates it.
-/// Throws an Error with the parser's account when it does not load or is not valid.
-void loadText(State& state, std::span<const Text> pieces);
+/// Throws an Error with the parser's account when it does not load or is not valid. A packet among the pieces, the one
+/// under way, is looked at where the parser gives up: it may lack its end.
+void loadText(State& state, std::span<const Text> pieces, Text packet = {});
 
 /// As loadText, from a file.
 void loadFile(State& state, Text fileName);

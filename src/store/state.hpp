@@ -39,7 +39,8 @@ struct State {
     std::unique_ptr<ports::Document> document;  ///< the document loaded last
     bool documentLoaded = false;
     bool schemaValid = false;
-    std::u16string uploadResult;  ///< "file number,file number", cleared by Send
+    std::u16string uploadResult;    ///< "file number,file number", cleared by Send
+    std::u16string packetUnderWay;  ///< as Store::packetUnderWay tells it
 
     // Records that are built over several calls; an empty header means that none is open.
     TextBuffer openProduct;

@@ -92,6 +92,9 @@ TEST_F(Upload, PostsEachPacketAndReportsIt) {
     EXPECT_EQ(utf8(fake_.xml->saved[u"D:\\out\\WebStore57--3.xml"]), second);
     EXPECT_EQ(fake_.files->texts, (FileTexts{{u"T\\Other1.tmp", u"x"}}));
     EXPECT_THAT(fake_.log->entries, IsEmpty());
+    EXPECT_EQ(store_.packetUnderWay(), u"");
+    EXPECT_EQ(fake_.xml->compiles, 1) << "for the first post, which had a schema";
+    EXPECT_THAT(fake_.files->flushed, ElementsAre(u"T\\WebStore1.tmp", u"T\\WebStore2.tmp", u"T\\WebStoreTax2.tmp"));
 }
 
 TEST_F(Upload, GoesThroughTheKindsInOneOrder) {
@@ -182,6 +185,7 @@ TEST_F(Upload, EndsAtTheFirstFailureAndKeepsThePackets) {
         EXPECT_EQ(utf8(error->source()), c.source);
         EXPECT_THAT(utf8(error->description()), ::testing::HasSubstr(c.description));
         EXPECT_EQ(fake_.http->requests.size(), 2u);
+        EXPECT_EQ(store_.packetUnderWay(), u"WebStoreTax2.tmp");
         EXPECT_THAT(events_, ElementsAre("WebStoreTax1.tmp 1 after 1"));
         EXPECT_EQ(fake_.xml->saved.size(), 1u);
         EXPECT_EQ(fake_.files->texts, before);
@@ -206,14 +210,60 @@ TEST_F(Upload, EndsBeforeThePostWhenTheDocumentIsNoGood) {
     fake_.xml->validateError.code = 1;
     expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, applicationError, u"not schema valid");
     EXPECT_THAT(labels(*fake_.log), ::testing::Contains("Method: Quill1XML.Store.Validate()"));
+    EXPECT_EQ(store_.packetUnderWay(), u"WebStore1.tmp");
+    fake_.xml->validateError = {};
+    fake_.files->full = true;
+    expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, 61, u"T\\WebStore1.tmp");
+    fake_.files->full = false;
     EXPECT_THAT(fake_.http->requests, IsEmpty());
     EXPECT_EQ(fake_.files->texts, before);
 
-    fake_.xml->validateError = {};
     fake_.http->reply(accepted(1));
     store_.onPacketUploaded([](Text, Long) { throw std::runtime_error("the host's own"); });
     expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, 51, u"the host's own");
     EXPECT_EQ(fake_.files->texts, before);
+}
+
+TEST_F(Upload, TellsWhereATornPacketBreaksOff) {
+    const struct {
+        Text kind;
+        std::vector<std::u16string> records;
+    } packets[] = {
+        {u"Tax1", {u"<Tax TaxCode=\"A\"/>", u"<Tax TaxCode=\"B\" Description=\"c>d &amp; &#233;\" Rate=\" 15\"/>"}},
+        {u"Order57_1",
+         {u"<Order a=\"1\"><OrderLineItem b=\"/\"/></Order>",
+          u"<Order a=\"2\"><UserDefinedFieldValue c=\"3\"/><OrderLineItem d=\"4\"/></Order>"}},
+        {u"1", {u"<Store StoreID=\"57\" >", u"<Envelope DestinationURL=\"http://shop\"/>"}},
+    };
+    constexpr std::size_t unit = 2;  // in bytes, as the mark that a file begins with
+    for (const auto& [kind, records] : packets) {
+        const std::u16string text = records[0] + records[1];
+        for (std::size_t size = 1; size < text.size(); ++size) {
+            SCOPED_TRACE(utf8(text.substr(0, size)));
+            put({{std::u16string(kind), text.substr(0, size)}});
+            if (size != records[0].size()) {
+                const std::size_t start = size < records[0].size() ? 0 : records[0].size();
+                const auto error = errorOf([&] { store_.Send({.strDestinationURL = u"http://shop"}); });
+                ASSERT_TRUE(error);
+                EXPECT_EQ(error->number(), applicationError);
+                EXPECT_EQ(error->source(), u"Quill1XML.Store.Load()");
+                // What ends in a bracket could be a mistake of another kind.
+                if (text[size - 1] == u'>' && kind != u"Order57_1") continue;
+                EXPECT_THAT(utf8(error->description()),
+                            ::testing::EndsWith(".\r\nThe last record of WebStore" + utf8(kind) +
+                                                ".tmp is not all there. It starts at byte " +
+                                                std::to_string(unit + unit * start) +
+                                                ": cut the file off there and add the record again."));
+            }
+        }
+    }
+    EXPECT_THAT(fake_.http->requests, IsEmpty());
+    for (const Text other :
+         {u"<Tax/><Tax a=\"1\" a=\"2\"/>", u"<Tax a=\"b\"c\"/>", u"<Tax/>&none;", u"x", u"<Tax/><b></a>"}) {
+        put({{u"Tax1", std::u16string(other)}});
+        const auto error = errorOf([&] { store_.Send(); });
+        EXPECT_EQ(error->description().find(u"not all there"), std::u16string::npos) << utf8(other);
+    }
 }
 
 TEST_F(Upload, OfADocumentFile) {

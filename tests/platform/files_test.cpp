@@ -73,6 +73,7 @@ TEST_F(FilesTest, MissingFilesAndFoldersAreToldApart) {
         {"readText", [&](Text name) { files_->readText(name); }},
         {"readBytes", [&](Text name) { files_->readBytes(name); }},
         {"remove", [&](Text name) { files_->remove(name); }},
+        {"flush", [&](Text name) { files_->flush(name); }},
         {"appendText", [&](Text name) { files_->appendText(name, u"x"); }},
         {"writeText", [&](Text name) { files_->writeText(name, u"x"); }},
     };
@@ -108,9 +109,10 @@ TEST_F(FilesTest, ListNamesNormalFilesThatMatchInOrder) {
     EXPECT_THAT(files_->list(folder_.name(u"x*")), IsEmpty());
 }
 
-TEST_F(FilesTest, RemoveTakesReadOnlyFilesToo) {
+TEST_F(FilesTest, ReadOnlyFilesCanBeFlushedAndRemoved) {
     const std::u16string name = folder_.create(u"fixed", "x");
     std::filesystem::permissions(folder_.path() / "fixed", std::filesystem::perms::owner_read);
+    files_->flush(name);
     files_->remove(name);
     EXPECT_FALSE(std::filesystem::exists(folder_.path() / "fixed"));
 }

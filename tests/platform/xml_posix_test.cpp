@@ -198,10 +198,28 @@ TEST_F(PosixXmlTest, DocumentTypesBringNothingIn) {
 }
 
 TEST_F(PosixXmlTest, FilesMayUseAnyKnownEncoding) {
+    // Values of a character that has the bytes of "<".
+    std::u16string tag = u"<?xml version='1.0'?><a";
+    for (int i = 0; i <= 10'000; ++i) tag += u" a" + toUtf16(std::to_string(i)) + u"='\u3C3C'";
+    const auto wide = [](Text text, std::size_t width, std::size_t place) {
+        std::string bytes;
+        for (const char16_t c : text) {
+            std::string unit(width, '\0');
+            unit[place] = static_cast<char>(c);
+            unit[place ^ 1] = static_cast<char>(c >> 8);
+            bytes += unit;
+        }
+        return bytes;
+    };
     const struct {
         std::string bytes;
         bool loads;
     } cases[] = {
+        // More attributes than are compared with each other.
+        {wide(u"\uFEFF" + tag + u"/>", 2, 0), false},
+        {wide(tag + u"/>", 2, 1), false},
+        {wide(tag + u"/>", 4, 0), false},
+        {wide(u"\uFEFF<!--" + tag + u"--><a/>", 2, 1), true},
         {"<?xml version='1.0' encoding='iso-8859-15'?><a x='\xA4'/>", true},
         {"<?xml version='1.0' encoding='shift_jis'?><a x='\xA4'/>", true},
         {"<?xml version='1.0' encoding='klingon'?><a/>", false},
@@ -209,8 +227,9 @@ TEST_F(PosixXmlTest, FilesMayUseAnyKnownEncoding) {
     };
     for (const auto& c : cases) {
         ParseError error;
-        EXPECT_EQ(xml_->load(folder_.create(u"file.xml", c.bytes), nullptr, error) != nullptr, c.loads) << c.bytes;
-        EXPECT_EQ(static_cast<bool>(error), !c.loads) << c.bytes;
+        EXPECT_EQ(xml_->load(folder_.create(u"file.xml", c.bytes), nullptr, error) != nullptr, c.loads)
+            << c.bytes.substr(0, 100);
+        EXPECT_EQ(static_cast<bool>(error), !c.loads) << utf8(error.reason);
     }
 }
 

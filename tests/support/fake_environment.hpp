@@ -19,6 +19,7 @@ public:
     std::map<std::u16string, std::u16string> texts;
     std::map<std::u16string, Bytes> bytes;
     bool full = false;  ///< every write fails
+    std::vector<std::u16string> flushed;
 
     void appendText(Text fileName, Text text) override {
         refuseWhenFull(fileName);
@@ -27,6 +28,10 @@ public:
     void writeText(Text fileName, Text text) override {
         refuseWhenFull(fileName);
         texts[std::u16string(fileName)] = text;
+    }
+    void flush(Text fileName) override {
+        refuseWhenFull(fileName);
+        flushed.emplace_back(fileName);
     }
     std::u16string readText(Text fileName) override { return find(texts, fileName); }
     Bytes readBytes(Text fileName) override { return find(bytes, fileName); }

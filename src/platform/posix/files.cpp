@@ -68,7 +68,8 @@ public:
     /// Waits until what was written would survive a power cut.
     void flush() {
         const int result = retried([&] { return fsync(descriptor_); });
-        if (result != 0 && errno != EINVAL) fail();  // a device has nothing to flush
+        // A device has nothing to flush, and some file systems cannot.
+        if (result != 0 && errno != EINVAL && errno != EROFS && errno != ENOTSUP) fail();
     }
 
     /// Closes the file; some systems report a failed write only here.
@@ -235,6 +236,8 @@ public:
     void appendText(Text fileName, Text text) override { platform::writeText(fileName, text, O_APPEND); }
 
     void writeText(Text fileName, Text text) override { platform::writeText(fileName, text, O_TRUNC); }
+
+    void flush(Text fileName) override { File(NativePath(fileName), fileName, O_RDONLY).flush(); }
 
     std::u16string readText(Text fileName) override { return textOf(platform::readBytes(fileName), fileName); }
 

@@ -14,8 +14,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int maximumRedirects = 5;
-constexpr std::size_t maximumHeaders = 1024 * 1024;
+constexpr std::size_t maximumHeaders = limits::headersMiB * limits::bytesInMiB;
 
 struct Free {
     void operator()(CURLU* url) const noexcept { curl_url_cleanup(url); }
@@ -134,7 +133,9 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
             reason =
                 u"the reply is larger than " + number(static_cast<long long>(transfer.limits.replyBytes)) + u" bytes";
             break;
-        case Transfer::End::longHeaders: reason = u"the headers of the reply are larger than 1 MiB"; break;
+        case Transfer::End::longHeaders:
+            reason = u"the headers of the reply are larger than " + number(limits::headersMiB) + u" MiB";
+            break;
         case Transfer::End::unanswered:
             reason = u"the server closed the connection before it answered; whether it took the request is not known";
             break;
@@ -256,7 +257,9 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
         curl_easy_getinfo(handle, CURLINFO_REDIRECT_URL, &location);
         transfer.reply.status = static_cast<int>(status);
         if (location == nullptr || !isRedirect(status)) break;
-        if (redirects == maximumRedirects) refuseRedirect(url, u"the server redirects more than 5 times");
+        if (redirects == limits::redirects) {
+            refuseRedirect(url, u"the server redirects more than " + number(limits::redirects) + u" times");
+        }
         Url next = redirected(url, location);
         set(handle, CURLOPT_CURLU, next.get());
         url = std::move(next);

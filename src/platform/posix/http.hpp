@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ports.hpp"
+#include "quill1xml/limits.hpp"
 
 #include <chrono>
 #include <cstddef>
@@ -13,15 +14,16 @@ namespace quill1xml::platform {
 
 /// When a transfer is given up.
 struct HttpLimits {
-    std::chrono::seconds connect{30};             ///< until the connection stands
-    std::chrono::seconds silence{300};            ///< without a byte in either direction
-    std::size_t replyBytes = 256u * 1024 * 1024;  ///< of all that comes in, headers and redirects too
-    std::string authorities{};                    ///< a file of the certificates to trust; the system's when empty
+    std::chrono::seconds connect{30};                ///< until the connection stands
+    std::chrono::seconds silence = limits::silence;  ///< without a byte in either direction
+    /// Of all that comes in, headers and redirects too.
+    std::size_t replyBytes = limits::replyMiB * limits::bytesInMiB;
+    std::string authorities{};  ///< a file of the certificates to trust; the system's when empty
 };
 
 /// Serves one thread. Connections are kept while they stay open: a post on one that the server closed meanwhile is
 /// sent again only where nothing of it went out.
-/// Speaks HTTP and HTTPS alone and checks certificates. Follows at most 5 redirects, and only to the same host and port
+/// Speaks HTTP and HTTPS alone and checks certificates. Follows few redirects, and only to the same host and port
 /// or from http to https of the same host.
 class CurlHttp final : public Http {
 public:

@@ -1,9 +1,36 @@
 #include "platform/posix/xml_limits.hpp"
 
 #include <algorithm>
+#include <array>
+#include <string>
 
 namespace quill1xml::platform {
 namespace {
+
+/// How a document in units of several bytes begins, and which byte of a unit has the ASCII.
+struct Beginning {
+    std::string_view bytes;
+    std::size_t width;
+    std::size_t place;
+};
+
+using namespace std::string_view_literals;
+constexpr std::array beginnings{Beginning{"\0\0\0<"sv, 4, 3},  Beginning{"<\0\0\0"sv, 4, 0},
+                                Beginning{"\0\0<\0"sv, 4, 2},  Beginning{"\0<\0\0"sv, 4, 1},
+                                Beginning{"\xFE\xFF"sv, 2, 1}, Beginning{"\xFF\xFE"sv, 2, 0},
+                                Beginning{"\0<\0?"sv, 2, 1},   Beginning{"<\0?\0"sv, 2, 0}};
+
+/// A document of such units in one byte for each: itself where it is ASCII, one that is not otherwise.
+std::string narrowed(std::string_view document, const Beginning& beginning) {
+    constexpr char notAscii = '\x80';
+    std::string text(document.size() / beginning.width, notAscii);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::string_view unit = document.substr(i * beginning.width, beginning.width);
+        const auto zeros = static_cast<std::size_t>(std::ranges::count(unit, '\0'));
+        if (zeros == beginning.width - 1) text[i] = unit[beginning.place];
+    }
+    return text;
+}
 
 /// Takes everything up to a text and with it, or all when it does not occur.
 void takePast(std::string_view& rest, std::string_view end) {
@@ -32,9 +59,7 @@ std::size_t takeTag(std::string_view& rest) {
 constexpr std::size_t comparisonsPerByte = 50;
 constexpr std::size_t comparisonsInAny = 2 * maximumAttributes * maximumAttributes;
 
-}  // namespace
-
-std::u16string_view excessIn(std::string_view document) {
+std::u16string_view excessInNarrow(std::string_view document) {
     constexpr std::size_t shortestAttribute = sizeof(" a=''") - 1;
     static_assert(shortestAttribute * maximumAttributes < maximumDocumentType);
     if (document.size() < shortestAttribute * maximumAttributes) return {};
@@ -56,6 +81,7 @@ std::u16string_view excessIn(std::string_view document) {
             const std::size_t before = rest.size();
             rest.remove_prefix(1);
             const std::size_t attributes = takeTag(rest);
+            static_assert(maximumAttributes == 10'000, "as the message says");
             if (attributes > maximumAttributes) return u"A tag has more than 10000 attributes";
             comparisons += attributes * attributes;
             if (comparisons > allowed) return u"Too many tags have hundreds of attributes";
@@ -63,6 +89,15 @@ std::u16string_view excessIn(std::string_view document) {
             if (declared > maximumDocumentType) return u"The document type is longer than 64 KiB";
         }
     }
+}
+
+}  // namespace
+
+std::u16string_view excessIn(std::string_view document) {
+    for (const Beginning& beginning : beginnings) {
+        if (document.starts_with(beginning.bytes)) return excessInNarrow(narrowed(document, beginning));
+    }
+    return excessInNarrow(document);
 }
 
 }  // namespace quill1xml::platform

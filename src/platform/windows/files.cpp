@@ -138,6 +138,25 @@ public:
 
     void writeText(Text fileName, Text text) override { write(fileName, text, CREATE_ALWAYS); }
 
+    void flush(Text fileName) override {
+        constexpr DWORD others = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const std::u16string name(fileName);
+        const HANDLE file = CreateFileW(com::wide(name.c_str()), GENERIC_WRITE, others, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            // The system flushes only what may be written to.
+            const DWORD code = GetLastError();
+            if (code == ERROR_ACCESS_DENIED || code == ERROR_WRITE_PROTECT || code == ERROR_SHARING_VIOLATION) return;
+            throwLastError(fileName);
+        }
+        const bool flushed = FlushFileBuffers(file) != 0;
+        const DWORD code = GetLastError();
+        CloseHandle(file);
+        if (flushed || code == ERROR_INVALID_FUNCTION || code == ERROR_NOT_SUPPORTED) return;
+        SetLastError(code);
+        throwLastError(fileName);
+    }
+
     std::u16string readText(Text fileName) override { return textOf(platform::readBytes(fileName), fileName); }
 
     Bytes readBytes(Text fileName) override { return platform::readBytes(fileName); }
