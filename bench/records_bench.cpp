@@ -180,10 +180,10 @@ int main() {
 
     bench::Ratios ratios;
     ratios.add(
-        "product with all parameters / open, append, close", 1.35, addProduct,
+        "product with all parameters / open, append, close", 1.40, addProduct,
         [&] { appendBytes(bareProduct, productBytes); }, truncate);
     ratios.add(
-        "order of ten lines / parse its list, open, append, close", 1.6, [&] { addOrder(store, list); },
+        "order of ten lines / parse its list, open, append, close", 1.55, [&] { addOrder(store, list); },
         [&] {
             ports::ParseError error;
             if (xml->parse({{list}}, nullptr, error) == nullptr) std::abort();

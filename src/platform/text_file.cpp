@@ -3,6 +3,8 @@
 #include "quill1xml/error.hpp"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace quill1xml::platform {
 
@@ -17,10 +19,9 @@ std::u16string textOf(const Bytes& content, Text fileName) {
             std::u16string(fileName) + u" is not UTF-16 text with a byte-order mark; restore the file or delete it");
     }
     std::u16string text((content.size() - markSize) / sizeof(char16_t), u'\0');
-    const std::uint8_t* from = content.data() + markSize;
-    for (char16_t& unit : text) {
-        unit = static_cast<char16_t>(from[0] | from[1] << 8);
-        from += sizeof(char16_t);
+    std::memcpy(text.data(), content.data() + markSize, text.size() * sizeof(char16_t));
+    if constexpr (std::endian::native == std::endian::big) {
+        for (char16_t& unit : text) unit = static_cast<char16_t>(unit << 8 | unit >> 8);
     }
     return text;
 }

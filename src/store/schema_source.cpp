@@ -67,7 +67,9 @@ SchemaSource::Found SchemaSource::find(const ports::Environment& environment, Te
     if (isHttpUrl(location)) return ask(*environment.http, location);
     ports::Files& files = *environment.files;
     const Bytes bytes = files.readBytes(isFileUrl(location) ? files.fileOfUrl(location) : std::u16string(location));
-    return {.name = std::u16string(location), .content = std::string(bytes.begin(), bytes.end()), .same = false};
+    const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (schema_ != nullptr && content == content_) return {.name = {}, .content = {}, .same = true};
+    return {.name = std::u16string(location), .content = std::string(content), .same = false};
 }
 
 std::shared_ptr<ports::Schema> SchemaSource::load(const ports::Environment& environment, Text location) {

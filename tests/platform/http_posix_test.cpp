@@ -1,9 +1,17 @@
 #include "platform/posix/http.hpp"
+#include "quill1xml/text.hpp"
 #include "support/expect_error.hpp"
 #include "support/loopback_server.hpp"
+#include "support/temp_folder.hpp"
 #include "support/text_printer.hpp"
 
 #include <gmock/gmock.h>
+#include <httplib.h>
+
+#include <cstdlib>
+#include <set>
+#include <stdexcept>
+#include <thread>
 
 namespace quill1xml::platform {
 namespace {
@@ -129,6 +137,80 @@ TEST(CurlHttp, AConnectionThatTheServerClosesMeanwhileIsNoFailure) {
     CurlHttp http;
     for (int i = 0; i < 3; ++i) EXPECT_EQ(http.post(u"http://" + server.address(), "text/xml", "<b/>").body, "<a/>");
     EXPECT_EQ(server.requests().size(), 3u) << "nothing is posted twice";
+}
+
+TEST(CurlHttp, AConnectionThatEndsInTheMiddleOfAPostIsAFailureAndNothingIsPostedTwice) {
+    const struct {
+        std::string end;
+        const char16_t* expected;
+    } cases[] = {{"", u"whether it took the request is not known"},
+                 {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n<", u""}};
+    for (const auto& c : cases) {
+        int answered = 0;
+        LoopbackServer server(
+            [&](const std::string&) {
+                return answered++ == 0 ? "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n<a/>" : c.end;
+            },
+            2);
+        CurlHttp http;
+        const std::u16string url = u"http://" + server.address();
+        EXPECT_EQ(http.post(url, "text/xml", "<b/>").body, "<a/>");
+        expectError([&] { http.post(url, "text/xml", "<b/>"); }, 440, c.expected);
+        EXPECT_EQ(server.requests().size(), 2u);
+    }
+}
+
+/// Answers over TLS with a certificate for the address, which vouches for itself.
+class TlsServer {
+public:
+    TlsServer() {
+        const std::string command =
+            "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 "
+            "-subj /CN=test -addext subjectAltName=IP:127.0.0.1 -keyout " +
+            file("key.pem") + " -out " + authority() + " 2>/dev/null";
+        if (std::system(command.c_str()) != 0) throw std::runtime_error(command);
+        server_.emplace(authority().c_str(), file("key.pem").c_str());
+        server_->set_keep_alive_max_count(1000);
+        server_->Post("/", [this](const httplib::Request& request, httplib::Response& response) {
+            connections.insert(request.remote_port);
+            response.set_content("<a/>", "text/xml");
+        });
+        port_ = server_->bind_to_any_port("127.0.0.1");
+        thread_ = std::thread([this] { server_->listen_after_bind(); });
+    }
+    ~TlsServer() {
+        server_->stop();
+        thread_.join();
+    }
+    TlsServer(const TlsServer&) = delete;
+    TlsServer& operator=(const TlsServer&) = delete;
+
+    std::string authority() const { return file("certificate.pem"); }
+    std::u16string url(const std::string& host) const {
+        return toUtf16("https://" + host + ":" + std::to_string(port_));
+    }
+
+    std::set<int> connections;
+
+private:
+    std::string file(const char* name) const { return (folder_.path() / name).string(); }
+
+    testing::TempFolder folder_;
+    std::optional<httplib::SSLServer> server_;
+    int port_ = 0;
+    std::thread thread_;
+};
+
+TEST(CurlHttp, ManyPostsShakeHandsOnceAndOnlyWithWhomTheyTrust) {
+    const TlsServer server;
+    const HttpLimits trusting{.authorities = server.authority()};
+    CurlHttp http(trusting);
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(http.post(server.url("127.0.0.1"), "text/xml", "<b/>").body, "<a/>");
+    EXPECT_EQ(server.connections.size(), 1u);
+
+    expectError([&] { CurlHttp().post(server.url("127.0.0.1"), "text/xml", "<b/>"); }, 440, u"certificate");
+    expectError([&] { http.post(server.url("localhost"), "text/xml", "<b/>"); }, 440, u"localhost: SSL: ");
+    EXPECT_EQ(server.connections.size(), 1u);
 }
 
 }  // namespace

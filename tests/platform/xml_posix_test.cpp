@@ -1,4 +1,6 @@
 #include "platform/ports.hpp"
+#include "platform/posix/xml_parsing.hpp"
+#include "platform/posix/xml_writing.hpp"
 #include "quill1xml/text.hpp"
 #include "store/schema_source.hpp"
 #include "support/expect_error.hpp"
@@ -36,6 +38,37 @@ protected:
 
 TEST_F(PosixXmlTest, UndeclaredPrefixesAreRefused) {
     for (const Text text : {u"<p:a/>", u"<a p:x='1'/>"}) EXPECT_TRUE(failure(text)) << utf8(text);
+}
+
+TEST_F(PosixXmlTest, TreesAreWrittenAsTheLibraryWritesThem) {
+    const struct {
+        std::string document;
+        bool plain;
+    } cases[] = {
+        {"<a b='&amp;&lt;&gt;&quot;&apos;&#9;&#10;&#13;' "
+         "c=''>&amp;&lt;&gt;\"'\t\n&#13;x<d></d><e/>\u00E9\U0001F4A1</a>",
+         true},
+        {"<a xmlns='u' xmlns:p='v&amp;w' p:b='1'><p:c xmlns=''/><d xml:lang='en'/></a>", true},
+        {"<a xmlns='it&apos;s'/>", false},
+        {"<a><!-- b --></a>", false},
+        {"<a><b><![CDATA[<]]></b></a>", false},
+        {"<a><?b c?></a>", false},
+        {"<a/><!-- b -->", false},
+        {"<!DOCTYPE a><a/>", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.document);
+        ParseError error;
+        const TreeOwner tree = parseTree(c.document, SourceEncoding::utf8, error);
+        ASSERT_TRUE(tree);
+        std::string written = "before";
+        EXPECT_EQ(appendPlainTree(written, *tree), c.plain);
+        xmlChar* expected = nullptr;
+        xmlDocDumpMemoryEnc(tree.get(), &expected, nullptr, "UTF-8");
+        const std::string withDeclaration = reinterpret_cast<const char*>(expected);
+        xmlFree(expected);
+        EXPECT_EQ(written, "before" + (c.plain ? withDeclaration.substr(withDeclaration.find('\n') + 1) : ""));
+    }
 }
 
 TEST_F(PosixXmlTest, ErrorsSayWhere) {
@@ -144,7 +177,7 @@ TEST_F(PosixXmlTest, WithoutMemoryNothingIsEmptied) {
         }
         if (untilFailure > 0) {
             EXPECT_TRUE(enough);
-            EXPECT_GT(allocation, 50);
+            EXPECT_GT(allocation, 30);
             untilFailure = 0;
             return;
         }

@@ -44,8 +44,10 @@ void send(int connection, std::string_view bytes) {
 
 }  // namespace
 
-LoopbackServer::LoopbackServer(Answer answer)
-    : answer_(std::move(answer)), listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+LoopbackServer::LoopbackServer(Answer answer, int requestsEach)
+    : answer_(std::move(answer)),
+      requestsEach_(requestsEach),
+      listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     setenv("no_proxy", "*", 1);
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -73,21 +75,28 @@ std::vector<std::string> LoopbackServer::requests() const {
     return requests_;
 }
 
+bool LoopbackServer::answer(int connection) {
+    const std::string request = receive(connection);
+    if (request.empty()) return true;  // the client went away
+    {
+        const std::lock_guard lock(mutex_);
+        requests_.push_back(request);
+    }
+    const auto reply = answer_(request);
+    if (reply) send(connection, *reply);
+    return reply.has_value();
+}
+
 void LoopbackServer::serve() {
     int connection = 0;
     while ((connection = accept(listener_, nullptr, nullptr)) != -1) {
-        const std::string request = receive(connection);
-        {
-            const std::lock_guard lock(mutex_);
-            requests_.push_back(request);
-        }
-        const auto reply = answer_(request);
-        if (!reply) {
+        bool open = true;
+        for (int i = 0; open && i < requestsEach_; ++i) open = answer(connection);
+        if (open) {
+            close(connection);
+        } else {
             silent_.push_back(connection);
-            continue;
         }
-        send(connection, *reply);
-        close(connection);
     }
 }
 

@@ -10,13 +10,13 @@
 
 namespace quill1xml::testing {
 
-/// Serves one connection after the other, one request on each.
+/// Serves one connection after the other, a number of requests on each.
 class LoopbackServer {
 public:
     /// The bytes to send before closing; nothing to fall silent instead.
     using Answer = std::function<std::optional<std::string>(const std::string& request)>;
 
-    explicit LoopbackServer(Answer answer);
+    explicit LoopbackServer(Answer answer, int requestsEach = 1);
     ~LoopbackServer();
 
     LoopbackServer(const LoopbackServer&) = delete;
@@ -31,7 +31,11 @@ public:
 private:
     void serve();
 
+    /// Answers a request; false when the connection is to stay open without an answer.
+    bool answer(int connection);
+
     Answer answer_;
+    int requestsEach_;
     int listener_;
     int port_ = 0;
     std::vector<int> silent_;

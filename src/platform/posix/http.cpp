@@ -26,10 +26,12 @@ using Headers = std::unique_ptr<curl_slist, Free>;
 
 /// One exchange: what came back and why it was given up.
 struct Transfer {
-    enum class End { normal, silent, tooLarge, longHeaders, outOfMemory };
+    enum class End { normal, silent, tooLarge, longHeaders, unanswered, outOfMemory };
 
     const HttpLimits& limits;
+    CURL* handle;
     HttpReply reply{};
+    bool begun = false;        ///< the request stood before a connection already
     std::size_t received = 0;  ///< of all replies, with their headers
     std::size_t headers = 0;   ///< the part of it that is headers and trailers
     curl_off_t moved = 0;
@@ -73,6 +75,17 @@ int onProgress(void* context, curl_off_t, curl_off_t received, curl_off_t, curl_
     if (now - transfer.lastMove < transfer.limits.silence) return 0;
     transfer.end = Transfer::End::silent;
     return 1;
+}
+
+// On a kept connection that closes without an answer the library would send the request again. The server may have
+// processed it, unless nothing of it went out.
+int onRequest(void* context, char*, char*, int, int) noexcept {
+    auto& transfer = *static_cast<Transfer*>(context);
+    long sent = 0;
+    curl_easy_getinfo(transfer.handle, CURLINFO_REQUEST_SIZE, &sent);
+    if (transfer.begun && sent > 0) transfer.end = Transfer::End::unanswered;
+    transfer.begun = true;
+    return transfer.end == Transfer::End::normal ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
 }
 
 std::u16string number(long long value) { return toUtf16(std::to_string(value)); }
@@ -122,6 +135,9 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
             break;
         case Transfer::End::longHeaders:
             reason = u"the headers of the reply are larger than " + number(limits::headersMiB) + u" MiB";
+            break;
+        case Transfer::End::unanswered:
+            reason = u"the server closed the connection before it answered; whether it took the request is not known";
             break;
         case Transfer::End::normal: reason = toUtf16(*detail != '\0' ? detail : curl_easy_strerror(code)); break;
     }
@@ -201,7 +217,7 @@ bool isRedirect(long status) {
 
 }  // namespace
 
-CurlHttp::CurlHttp(HttpLimits limits) : limits_(limits) { initialise(); }
+CurlHttp::CurlHttp(HttpLimits limits) : limits_(std::move(limits)) { initialise(); }
 
 HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle)>& prepare) {
     Url url = parseUrl(address);
@@ -211,7 +227,7 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     // What the last request was about, but for its connection, is forgotten.
     curl_easy_reset(handle);
     char detail[CURL_ERROR_SIZE] = "";
-    Transfer transfer{limits_};
+    Transfer transfer{limits_, handle};
     set(handle, CURLOPT_CURLU, url.get());
     set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
@@ -228,6 +244,8 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     set(handle, CURLOPT_NOPROGRESS, 0L);
     set(handle, CURLOPT_XFERINFOFUNCTION, &onProgress);
     set(handle, CURLOPT_XFERINFODATA, &transfer);
+    set(handle, CURLOPT_PREREQDATA, &transfer);
+    if (!limits_.authorities.empty()) set(handle, CURLOPT_CAINFO, limits_.authorities.c_str());
     prepare(handle);
 
     for (int redirects = 0;; ++redirects) {
@@ -248,6 +266,7 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
         // A body that moved is posted again; only 303 (See Other) asks for a GET.
         if (status == 303) set(handle, CURLOPT_HTTPGET, 1L);
         transfer.reply.body.clear();
+        transfer.begun = false;
     }
     const char* type = nullptr;
     curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &type);
@@ -265,6 +284,7 @@ HttpReply CurlHttp::post(Text url, std::string_view contentType, std::string_vie
         set(handle, CURLOPT_POSTFIELDS, body.empty() ? "" : body.data());  // null would read standard input
         set(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
         set(handle, CURLOPT_HTTPHEADER, headers.get());
+        set(handle, CURLOPT_PREREQFUNCTION, &onRequest);
     });
 }
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace quill1xml::platform {
 
@@ -17,10 +18,11 @@ struct HttpLimits {
     std::chrono::seconds silence = limits::silence;  ///< without a byte in either direction
     /// Of all that comes in, headers and redirects too.
     std::size_t replyBytes = limits::replyMiB * limits::bytesInMiB;
+    std::string authorities{};  ///< a file of the certificates to trust; the system's when empty
 };
 
-/// Serves one thread. Connections are kept while they stay open: a request on one that the server closed meanwhile is
-/// sent again only where none of it can have been processed.
+/// Serves one thread. Connections are kept while they stay open: a post on one that the server closed meanwhile is
+/// sent again only where nothing of it went out.
 /// Speaks HTTP and HTTPS alone and checks certificates. Follows few redirects, and only to the same host and port
 /// or from http to https of the same host.
 class CurlHttp final : public Http {

@@ -3,6 +3,7 @@
 #include "platform/posix/files.hpp"
 #include "platform/posix/short_utf8.hpp"
 #include "platform/posix/xml_memory.hpp"
+#include "platform/posix/xml_writing.hpp"
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
@@ -166,7 +167,8 @@ std::string withoutEncoding(xmlDoc* document) {
         if (standalone >= 0) text += standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
         text += "?>\n";
     }
-    return text + serialise(document, "UTF-8", XML_SAVE_NO_DECL);
+    if (!appendPlainTree(text, *document)) text += serialise(document, "UTF-8", XML_SAVE_NO_DECL);
+    return text;
 }
 
 class XmlDocument final : public Document {
