@@ -217,7 +217,7 @@ bool isRedirect(long status) {
 
 }  // namespace
 
-CurlHttp::CurlHttp(HttpLimits limits) : limits_(limits) { initialise(); }
+CurlHttp::CurlHttp(HttpLimits limits) : limits_(std::move(limits)) { initialise(); }
 
 HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle)>& prepare) {
     Url url = parseUrl(address);

@@ -94,6 +94,9 @@ std::u16string_view excessInNarrow(std::string_view document) {
 }  // namespace
 
 std::u16string_view excessIn(std::string_view document) {
+    constexpr std::size_t shortestAttribute = sizeof(" a=''") - 1;
+    static_assert(shortestAttribute * maximumAttributes < maximumDocumentType);
+    if (document.size() < shortestAttribute * maximumAttributes) return {};
     for (const Beginning& beginning : beginnings) {
         if (document.starts_with(beginning.bytes)) return excessInNarrow(narrowed(document, beginning));
     }
