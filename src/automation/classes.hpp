@@ -68,6 +68,9 @@ struct Member {
     Value (*invoke)(void* object, const void* arguments) = nullptr;
 };
 
+/// Members from this number on go beyond the interface that hosts were promised.
+inline constexpr Long firstExtension = 2000;
+
 /// An event that a class raises.
 struct Event {
     Long dispid = 0;

@@ -35,6 +35,9 @@ or a minus sign in front and no zero before the point (" .5"). Date text is yyyy
 quotes, < and > as references. Lengths count UTF-16 units. A text parameter counts as given unless it is exactly
 "StringDefault". For automation an optional argument that is passed as Empty counts as left out.
 
+Members marked *Extension* go beyond the interface of Quill1XML 1: they are there for those who want them, and change
+nothing for others.
+
 )";
 
 std::string code(std::string_view text) { return std::string("`").append(text).append("`"); }
@@ -164,7 +167,9 @@ std::string_view resultName(ResultType result) {
 }
 
 void appendMember(std::string& out, const Member& member) {
-    out += "### " + std::string(member.name) + "\n\n" + std::string(member.summary) + "\n\n";
+    out += "### " + std::string(member.name) + "\n\n";
+    if (member.dispid >= firstExtension) out += "*Extension.* ";
+    out += std::string(member.summary) + "\n\n";
     if (member.result != ResultType::nothing) {
         out += (member.kind == MemberKind::propertyGet ? "Read-only property: " : "Returns: ") +
                std::string(resultName(member.result)) + ".\n\n";

@@ -69,6 +69,8 @@ void useDefaultFolder(State& state) {
     if (state.tempFilePath.empty()) state.tempFilePath = u"C:\\";
 }
 
+void perform(State& state, const arguments::NewJob&) { state.counters.clear(); }
+
 void perform(State& state, const arguments::CleanupTempFiles& arguments) {
     for (const std::u16string& name : packetFiles(state, arguments.strFileName)) {
         state.environment.files->remove(state.tempFilePath + name);
