@@ -34,6 +34,9 @@ or a minus sign in front and no zero before the point (" .5"). Date text is yyyy
 quotes, < and > as references. Lengths count UTF-16 units. A text parameter counts as given unless it is exactly
 "StringDefault". For automation an optional argument that is passed as Empty counts as left out.
 
+What is special on Windows (versions, services, scanners, paths, code pages, the event log, errors and their remedies)
+stands in the chapter [docs/on-windows.md](docs/on-windows.md) of the sources.
+
 )";
 
 std::string code(std::string_view text) { return std::string("`").append(text).append("`"); }
