@@ -1,10 +1,11 @@
 // Benchmarks as ratios: what is measured against a baseline of the same run, so that the machine cancels out.
 #pragma once
 
+#include "print_ratio.hpp"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <string>
@@ -12,14 +13,6 @@
 #include <vector>
 
 namespace quill1xml::bench {
-
-/// Prints a line: the name, subject by baseline, the target (none when 0) and both in their unit.
-inline void printRatio(const std::string& name, double target, double subject, double baseline, const char* unit) {
-    const double ratio = subject / baseline;
-    std::printf("%-58s %6.2f", name.c_str(), ratio);
-    if (target > 0) std::printf("   target %4.2f%s", target, ratio > target ? "  MISSED" : "");
-    std::printf("   (%.0f %s, %.0f %s)\n", subject, unit, baseline, unit);
-}
 
 /// Measures pairs of operations by their processor time: repetitions of all take turns at random, medians are compared.
 class Ratios {

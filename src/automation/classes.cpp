@@ -51,6 +51,8 @@ void Arguments::setText(std::size_t parameter, Text value) {
     store(parameter, Text(*texts_.back()));
 }
 
+void Arguments::lendText(std::size_t parameter, Text value) { store(parameter, value); }
+
 void Arguments::setWhole(std::size_t parameter, std::int64_t value) {
     const auto put = [&]<class Whole>(Whole) {
         if (value < std::numeric_limits<Whole>::min() || value > std::numeric_limits<Whole>::max()) {

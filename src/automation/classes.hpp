@@ -141,6 +141,9 @@ public:
     /// Sets a text parameter; the text is copied.
     void setText(std::size_t parameter, Text value);
 
+    /// As setText, of a text that outlives this object and is not copied.
+    void lendText(std::size_t parameter, Text value);
+
     /// Sets a parameter of a whole-number type. Throws error 6 (Overflow) beyond the range of the type.
     void setWhole(std::size_t parameter, std::int64_t value);
 

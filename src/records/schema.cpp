@@ -137,9 +137,10 @@ std::string xdrType(const AttributeModel& attribute) {
     switch (attribute.type) {
         case AttributeType::flag:
         case AttributeType::integer: return " dt:type=\"i4\"";
-        case AttributeType::number: return " dt:type=\"r8\"";
         case AttributeType::dateTime: return " dt:type=\"dateTime\"";
-        // The dialect has no number with the sender's own separator.
+        // The dialect's numbers take no leading blank, no point without a zero before it (" .5") and no separator but
+        // the point.
+        case AttributeType::number:
         case AttributeType::localNumber: return " dt:type=\"string\"";
         case AttributeType::base64: return " dt:type=\"bin.base64\"";
         case AttributeType::text: break;

@@ -3,6 +3,7 @@
 #include "store/error_log.hpp"
 #include "store/torn_end.hpp"
 #include "text/numbers.hpp"
+#include "text/xml_attribute.hpp"
 
 #include <initializer_list>
 #include <utility>
@@ -64,13 +65,14 @@ void loadFile(State& state, Text fileName) {
             state.environment.xml->load(fileName, state.schema.load(state.environment, state.schemaSource), error);
         state.documentLoaded = state.document != nullptr;
         if (state.documentLoaded) return;
-        failedToLoad(account(u"Failed to load file because : ", {{u"Error Code : ", number(error.code)},
-                                                                 {u"File Position : ", number(error.filePosition)},
-                                                                 {u"Line : ", number(error.line)},
-                                                                 {u"Line Position : ", number(error.linePosition)},
-                                                                 {u"Source Text : ", error.sourceText},
-                                                                 {u"URL : ", error.url},
-                                                                 {u"Reason : ", error.reason}}));
+        failedToLoad(
+            account(u"Failed to load file because : ", {{u"Error Code : ", number(error.code)},
+                                                        {u"File Position : ", number(error.filePosition)},
+                                                        {u"Line : ", number(error.line)},
+                                                        {u"Line Position : ", number(error.linePosition)},
+                                                        {u"Source Text : ", withoutPasswords(error.sourceText)},
+                                                        {u"URL : ", error.url},
+                                                        {u"Reason : ", error.reason}}));
     });
 }
 

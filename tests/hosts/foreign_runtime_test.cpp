@@ -27,8 +27,19 @@ TEST(ForeignRuntime, ErrorsStillArrive) {
         com::ComPtr<IDispatch> store;
         entry(automation::guidOf(automation::findIdentity("Store")->coclass), IID_IClassFactory, factory.putVoid());
         ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, store.putVoid()), S_OK);
-        EXPECT_EQ(call(store.get(), u"AddTax", {u"VAT123456789"}).description,
-                  "The TaxCode may not be less than 1 or more than 10 characters in length.");
+        const auto expectRefusal = [&store] {
+            const Outcome refused = call(store.get(), u"AddTax", {u"VAT123456789"});
+            EXPECT_EQ(refused.code, applicationError);
+            EXPECT_EQ(refused.source, "Quill1XML.Store.AddTax()");
+            EXPECT_EQ(refused.description, "The TaxCode may not be less than 1 or more than 10 characters in length.");
+        };
+        expectRefusal();
+        // Nobody listens there.
+        const Outcome failed = call(store.get(), u"ReceiveOrders", {1, u"u", u"p", u"http://127.0.0.1:1/orders"});
+        EXPECT_EQ(HRESULT_FACILITY(failed.code), FACILITY_INTERNET);
+        EXPECT_EQ(failed.source, "Quill1XML");
+        EXPECT_TRUE(failed.description.starts_with("127.0.0.1: ")) << failed.description;
+        expectRefusal();
         EXPECT_EQ(call(store.get(), u"AddPaymentOption", {u"99999999999"}).description, "Overflow: lngOptionID");
     }
     FreeLibrary(module);

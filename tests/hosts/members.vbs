@@ -21,6 +21,10 @@ store.AddTradingCountry "ZA", False, 3
 Report
 store.SetStoreID "99999999999"
 Report
+For Each code In Array("VAT123456789", "", "VAT123456789")
+    If code = "" Then store.ReceiveOrders 1, "demo", "demo", "http://127.0.0.1:1/" Else store.AddTax code
+    Report
+Next
 store.AddNothing
 results.WriteLine Err.Number
 Err.Clear

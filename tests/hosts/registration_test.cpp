@@ -55,6 +55,11 @@ std::wstring idKey(const wchar_t* place, std::string_view id) {
     return classesKey + place + text;
 }
 
+/// Where the type library of the other bitness stands.
+std::wstring otherPlatformKey() {
+    return idKey(L"TypeLib\\", automation::libraryId) + L"\\1.0\\0\\" + (sizeof(void*) == 8 ? L"win32" : L"win64");
+}
+
 /// All that the registry holds of the server.
 std::set<std::wstring> registered(HKEY scope) {
     std::set<std::wstring> lines;
@@ -106,8 +111,7 @@ TEST_F(Client, RegistersForTheUserAlone) {
     EXPECT_EQ(registered(HKEY_LOCAL_MACHINE), nothing);
 
     // What both bitnesses share stays for the other one.
-    const std::wstring other =
-        idKey(L"TypeLib\\", automation::libraryId) + L"\\1.0\\0\\" + (sizeof(void*) == 8 ? L"win32" : L"win64");
+    const std::wstring other = otherPlatformKey();
     ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, other.c_str(), nullptr, REG_SZ, L"", 2), ERROR_SUCCESS);
     EXPECT_EQ(server.install(false, L"user"), S_OK);
     const auto left = registered(HKEY_CURRENT_USER);
@@ -118,6 +122,50 @@ TEST_F(Client, RegistersForTheUserAlone) {
         EXPECT_EQ(server.install(false, L"user"), S_OK);
         EXPECT_EQ(registered(HKEY_CURRENT_USER), nothing);
     }
+}
+
+/// What the event log knows of its source: the file with its messages, the types of its entries.
+struct EventSource {
+    std::wstring file;
+    DWORD types = 0;
+
+    static EventSource registered() {
+        constexpr const wchar_t* key = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\Quill1XML";
+        EventSource source;
+        wchar_t file[MAX_PATH] = {};
+        DWORD bytes = sizeof file;
+        RegGetValueW(HKEY_LOCAL_MACHINE, key, L"EventMessageFile", RRF_RT_REG_SZ, nullptr, file, &bytes);
+        source.file = file;
+        bytes = sizeof source.types;
+        RegGetValueW(HKEY_LOCAL_MACHINE, key, L"TypesSupported", RRF_RT_REG_DWORD, nullptr, &source.types, &bytes);
+        return source;
+    }
+};
+
+TEST_F(Client, TheEventLogFindsItsMessages) {
+    ASSERT_EQ(server.install(true, L""), S_OK);
+    const EventSource own = EventSource::registered();
+    EXPECT_EQ(own.types, static_cast<DWORD>(EVENTLOG_ERROR_TYPE));
+    HMODULE const messages = LoadLibraryExW(own.file.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(messages, nullptr);
+    wchar_t name[] = L"entry";
+    DWORD_PTR texts[] = {reinterpret_cast<DWORD_PTR>(name)};
+    wchar_t shown[64] = {};
+    FormatMessageW(FORMAT_MESSAGE_FROM_HMODULE | FORMAT_MESSAGE_ARGUMENT_ARRAY, messages, 0, 0, shown, 64,
+                   reinterpret_cast<va_list*>(texts));
+    EXPECT_STREQ(shown, L"entry\r\n");
+    FreeLibrary(messages);
+
+    // The other bitness goes on writing entries when this one has gone.
+    const std::wstring other = otherPlatformKey();
+    ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, other.c_str(), nullptr, REG_SZ, L"other.dll", 20), ERROR_SUCCESS);
+    EXPECT_EQ(server.install(false, L""), S_OK);
+    EXPECT_EQ(EventSource::registered().file, L"other.dll");
+    EXPECT_EQ(EventSource::registered().types, own.types);
+    ASSERT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, other.c_str()), ERROR_SUCCESS);
+    EXPECT_EQ(server.install(false, L""), S_OK);
+    EXPECT_EQ(EventSource::registered().file, L"");
+    EXPECT_EQ(EventSource::registered().types, 0u);
 }
 
 TEST(Manifest, MakesObjectsWithoutRegistration) {

@@ -97,6 +97,8 @@ TEST_F(PosixXmlTest, ErrorsSayWhere) {
     }
     const std::u16string longLine = u"<a>" + std::u16string(5000, u'\u00E9') + u"< " + std::u16string(5000, u'\u00E9');
     EXPECT_EQ(failure(longLine + u"\n").sourceText.size(), 100u);  // 100 bytes on either side
+    EXPECT_TRUE(
+        failure(u"<a u='1' Password='" + std::u16string(300, u'x') + u"<").sourceText.starts_with(u"Password='x"));
     EXPECT_EQ(failure(std::u16string(70'000, u'\n') + u"<a><").line, 70'001);
 }
 

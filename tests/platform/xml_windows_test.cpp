@@ -119,6 +119,8 @@ TEST(Excerpts, AreShortAndNameTheValueTheyStartIn) {
     EXPECT_EQ(around(filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
     EXPECT_EQ(around(u"<e u='\"' Password=\"" + filler, u"|" + filler),
               u"Password=\"" + filler.substr(0, 100) + u"|" + filler.substr(0, 99));
+    const std::u16string value = u"ord='" + filler.substr(0, 95);
+    EXPECT_EQ(around(u"<e u='1' Passw" + value, u"|" + filler), u"Passw" + value + u"|" + filler.substr(0, 99));
     EXPECT_EQ(around(u"<e u='1'>isn't" + filler, u"|" + filler), filler.substr(0, 100) + u"|" + filler.substr(0, 99));
 }
 

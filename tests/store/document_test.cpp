@@ -91,6 +91,18 @@ TEST(Documents, TellWhyTheyDoNotLoadOrAreNotValid) {
     EXPECT_EQ(failure(loadFile(u"f")),
               "Quill1XML.Store.Load()|Failed to load file because : \r\nError Code : -3.\r\nFile Position : 10.\r\n"
               "Line : 2.\r\nLine Position : 4.\r\nSource Text : <a.\r\nURL : file.xml.\r\nReason : why.");
+    const std::pair<Text, const char*> quoted[] = {
+        {u"<Envelope UserName=\"u\" Password=\"p<q\" A=\"Password\"/>",
+         "<Envelope UserName=\"u\" Password=\"***\" A=\"Password\"/>"},
+        {u"Password='p\" q", "Password='***"},
+        {u"a Password = p'q/><b Password=''/>", "a Password = ***><b Password='***'/>"},
+        {u"<e NoPassword=\"1\" Password=", "<e NoPassword=\"1\" Password=***"},
+    };
+    for (const auto& [source, shown] : quoted) {
+        fake.xml->parseError.sourceText = source;
+        EXPECT_NE(failure(loadFile(u"f")).find(std::string("Source Text : ") + shown + ".\r\nURL"), std::string::npos)
+            << failure(loadFile(u"f"));
+    }
     EXPECT_FALSE(state.documentLoaded);
     fake.xml->parseError = {};
     fake.xml->validateError = error;

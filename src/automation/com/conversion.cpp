@@ -65,14 +65,17 @@ const VARIANT& coerced(const VARIANT& value, const Parameter& parameter, LCID lo
     return copy.get();
 }
 
-void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value) {
+/// Sets a parameter to a value of its type, which may be lent until the call has returned.
+void set(Arguments& arguments, std::size_t index, const Parameter& parameter, const VARIANT& value, bool lent) {
     switch (parameter.type) {
         case ParameterType::node:
             return arguments.setNodes(index, std::vector{nodeOf(value.punkVal, toUtf16(parameter.name))});
         case ParameterType::nodeList: return arguments.setNodes(index, nodesOf(value.punkVal, toUtf16(parameter.name)));
         case ParameterType::text:
-        case ParameterType::variantText:
-            return arguments.setText(index, com::asText(value.bstrVal, SysStringLen(value.bstrVal)));
+        case ParameterType::variantText: {
+            const Text text = com::asText(value.bstrVal, SysStringLen(value.bstrVal));
+            return lent ? arguments.lendText(index, text) : arguments.setText(index, text);
+        }
         case ParameterType::integer:
         case ParameterType::variantInteger: return arguments.setWhole(index, value.iVal);
         case ParameterType::longInteger: return arguments.setWhole(index, value.lVal);
@@ -89,7 +92,9 @@ void bindOne(Arguments& arguments, const Member& member, std::size_t index, cons
     const VARIANT& value = dereferenced(given, target);
     if (isMissing(value) || (value.vt == VT_EMPTY && !parameter.required)) return;
     com::Variant copy;
-    set(arguments, index, parameter, coerced(value, parameter, locale, copy));
+    const VARIANT& fitting = coerced(value, parameter, locale, copy);
+    // What the host passes by value is its own until the call returns; what it refers to may change in an event.
+    set(arguments, index, parameter, fitting, &fitting == &given);
 }
 
 template <class Fill>

@@ -11,6 +11,20 @@ namespace {
 
 Text textOf(const wchar_t* name) { return com::asText(name, std::wcslen(name)); }
 
+bool isNamed(const Parameter& parameter, const wchar_t* name) {
+    for (const char c : parameter.name) {
+        if (asciiLower(*name++) != static_cast<wchar_t>(asciiLower(c))) return false;
+    }
+    return *name == L'\0';
+}
+
+/// The parameter of that name, or -1. Most hosts give names in the order of the parameters: where the next one is
+/// expected is looked at first.
+int findParameter(const Member& member, const wchar_t* name, std::size_t expected) {
+    const bool there = expected < member.parameters.size() && isNamed(member.parameters[expected], name);
+    return there ? static_cast<int>(expected) : findParameter(member, textOf(name));
+}
+
 }  // namespace
 
 HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept {
@@ -22,7 +36,11 @@ HRESULT idsOfNames(const Class& of, REFIID reserved, LPOLESTR* names, UINT count
         if (member == nullptr) return DISP_E_UNKNOWNNAME;
         ids[0] = member->dispid;
         // The parameters of the member follow.
-        for (UINT i = 1; i < count; ++i) ids[i] = findParameter(*member, textOf(names[i]));
+        std::size_t next = 0;
+        for (UINT i = 1; i < count; ++i) {
+            ids[i] = findParameter(*member, names[i], next);
+            next = static_cast<std::size_t>(ids[i]) + 1;
+        }
         return std::find(ids + 1, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
     });
 }

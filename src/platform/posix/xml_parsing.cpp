@@ -3,6 +3,7 @@
 #include "platform/posix/xml_limits.hpp"
 #include "platform/posix/xml_memory.hpp"
 #include "quill1xml/text.hpp"
+#include "text/xml_attribute.hpp"
 
 #include <cstdint>
 #include <new>
@@ -30,14 +31,17 @@ std::string_view lastBytes(std::string_view text, std::size_t count) {
     return text;
 }
 
-/// The line around the parser's position, cut where it is long.
+/// The line around the parser's position, cut where it is long. Where that is inside an attribute, the attribute's name
+/// stands before it, so that a reader knows a secret for one.
 std::u16string sourceLine(const xmlParserInput& input) {
     std::string_view before(reinterpret_cast<const char*>(input.base),
                             static_cast<std::size_t>(input.cur - input.base));
     std::string_view after(reinterpret_cast<const char*>(input.cur), static_cast<std::size_t>(input.end - input.cur));
     before.remove_prefix(before.find_last_of("\r\n") + 1);
     after = after.substr(0, after.find_first_of("\r\n"));
-    return toUtf16(lastBytes(before, shownBytes)) + toUtf16(firstBytes(after, shownBytes));
+    const std::string_view shown = lastBytes(before, shownBytes);
+    before.remove_suffix(shown.size());
+    return toUtf16(std::string(openAttribute(before)).append(shown)) + toUtf16(firstBytes(after, shownBytes));
 }
 
 void addPosition(ParseError& error, xmlParserCtxt* context) {

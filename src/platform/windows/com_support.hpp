@@ -150,7 +150,7 @@ private:
 /// A VARIANT that is cleared at the end. Throws std::bad_alloc when there is no memory for its content.
 class Variant {
 public:
-    Variant() noexcept { VariantInit(&value_); }
+    Variant() noexcept = default;
 
     explicit Variant(Text text) : Variant() {
         value_.bstrVal = Bstr(text).detach();
@@ -195,21 +195,17 @@ public:
         return *this;
     }
 
-    ~Variant() { VariantClear(&value_); }
+    ~Variant() { clear(); }
 
     const VARIANT& get() const noexcept { return value_; }
     const VARIANT* operator->() const noexcept { return &value_; }
 
     /// Hands the content to the caller, who clears it.
-    VARIANT detach() noexcept {
-        VARIANT result = value_;
-        VariantInit(&value_);
-        return result;
-    }
+    VARIANT detach() noexcept { return std::exchange(value_, {}); }
 
     /// Where a call puts the value it returns. Drops what was held.
     VARIANT* put() noexcept {
-        VariantClear(&value_);
+        clear();
         return &value_;
     }
 
@@ -222,7 +218,12 @@ public:
     }
 
 private:
-    VARIANT value_;
+    /// Most are empty, which is not worth a call.
+    void clear() noexcept {
+        if (value_.vt != VT_EMPTY) VariantClear(&value_);
+    }
+
+    VARIANT value_{};
 };
 
 }  // namespace quill1xml::com

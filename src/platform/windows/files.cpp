@@ -122,10 +122,25 @@ std::u16string nameOf(const wchar_t (&name)[size]) {
     return std::u16string(com::asText(name, std::wcslen(name)));
 }
 
-/// The search also matches the short names that the system makes up, which nobody asked for.
-bool matchesShortNameAlone(const WIN32_FIND_DATAW& entry, Text pattern) {
-    return entry.cAlternateFileName[0] != L'\0' && matchesPattern(nameOf(entry.cAlternateFileName), pattern) &&
-           !matchesPattern(nameOf(entry.cFileName), pattern);
+/// What to ask the system for: not every system takes "?" for no character at all, before a point or at the end.
+std::u16string searchFor(Text pattern) {
+    std::u16string search(pattern);
+    const std::size_t name = search.rfind(u'\\') + 1;
+    for (std::size_t i = name; (i = search.find(u'?', i)) != std::u16string::npos;) {
+        if (i > name && search[i - 1] == u'*') {
+            search.erase(i, 1);
+        } else {
+            search[i] = u'*';
+        }
+    }
+    return search;
+}
+
+/// Whether the pattern asks for what the search found. It also finds the short names that the system makes up.
+bool isMeant(const WIN32_FIND_DATAW& entry, Text pattern) {
+    if (matchesPattern(nameOf(entry.cFileName), pattern)) return true;
+    if (pattern.find(u'?') != Text::npos) return false;
+    return entry.cAlternateFileName[0] == L'\0' || !matchesPattern(nameOf(entry.cAlternateFileName), pattern);
 }
 
 struct CloseSearch {
@@ -164,7 +179,7 @@ public:
     std::vector<std::u16string> list(Text pattern) override {
         std::vector<std::u16string> names;
         WIN32_FIND_DATAW entry;
-        const HANDLE search = FindFirstFileW(com::wide(std::u16string(pattern).c_str()), &entry);
+        const HANDLE search = FindFirstFileW(com::wide(searchFor(pattern).c_str()), &entry);
         if (search == INVALID_HANDLE_VALUE) {
             switch (GetLastError()) {
                 case ERROR_FILE_NOT_FOUND:
@@ -178,7 +193,7 @@ public:
         const std::unique_ptr<void, CloseSearch> closing(search);
         const Text namePattern = pattern.substr(pattern.rfind(u'\\') + 1);
         do {
-            if (isNormal(entry) && !matchesShortNameAlone(entry, namePattern)) names.push_back(nameOf(entry.cFileName));
+            if (isNormal(entry) && isMeant(entry, namePattern)) names.push_back(nameOf(entry.cFileName));
         } while (FindNextFileW(search, &entry) != 0);
         if (GetLastError() != ERROR_NO_MORE_FILES) throwLastError(pattern);
         std::sort(names.begin(), names.end(), lessAsNames);
