@@ -37,6 +37,7 @@ quotes, < and > as references. Lengths count UTF-16 units. A text parameter coun
 
 Members marked *Extension* go beyond the interface of Quill1XML 1: they are there for those who want them, and change
 nothing for others.
+
 What is special on Windows (versions, services, scanners, paths, code pages, the event log, errors and their remedies)
 stands in the chapter [docs/on-windows.md](docs/on-windows.md) of the sources.
 

@@ -91,7 +91,7 @@ void validate(State& state) {
                                  {u"Line Number: ", number(error.line)},
                                  {u"Line Position: ", number(error.linePosition)},
                                  {u"Reason: ", error.reason},
-                                 {u"Source Text: ", error.sourceText},
+                                 {u"Source Text: ", withoutPasswords(error.sourceText)},
                                  {u"URL: ", error.url}}));
         }
         state.schemaValid = true;
