@@ -1,5 +1,6 @@
 #include "quill1xml/store.hpp"
 
+#include "exchange/check.hpp"
 #include "exchange/pending.hpp"
 #include "store/perform.hpp"
 
@@ -17,7 +18,7 @@ void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded =
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
-const std::u16string& Store::packetUnderWay() const noexcept { return state_->packetUnderWay; }
+std::vector<Problem> Store::check() const { return exchange::check(*state_); }
 
 #define METHOD(dispid, Result, Name, summary) \
     Result Store::Name(const arguments::Name& arguments) { return store::run(*state_, arguments); }

@@ -25,4 +25,9 @@ std::string errorText(const Error& error) {
            "): " + (description.starts_with(u"Server: ") ? excerpt(description) : linesOf(description));
 }
 
+std::string errorText(const Error& error, Text account) {
+    const std::string text = errorText(error);
+    return account.empty() || account == error.description() ? text : text + "\n    " + linesOf(account);
+}
+
 }  // namespace quill1xml::cli

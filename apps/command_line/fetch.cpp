@@ -91,12 +91,12 @@ std::span<const Download> downloads() {
 
 int fetch(const ports::Environment& environment, const Download& download, const FetchOptions& options,
           std::ostream& out, std::ostream& err) {
+    Store store(environment);
     try {
-        Store store(environment);
         out << written(receive(store, download, options), download, options);
         return 0;
     } catch (const Error& error) {
-        err << "fetch: " << errorText(error) << std::endl;
+        err << "fetch: " << errorText(error, store.LastFailure()) << std::endl;
         return 1;
     }
 }

@@ -144,9 +144,7 @@ private:
         progress_.finish();
         streams_.err << "line " << place.line << ": ";
         if (!place.method.empty()) streams_.err << excerpt(place.method) << ": ";
-        streams_.err << errorText(error) << std::endl;
-        const std::u16string& packet = store_.packetUnderWay();
-        if (!packet.empty()) streams_.err << "    packet file: " << excerpt(packet) << std::endl;
+        streams_.err << errorText(error, store_.LastFailure()) << std::endl;
     }
 
     PacketFolders folders_;  ///< held until the store is gone

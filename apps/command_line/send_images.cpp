@@ -16,25 +16,25 @@ int sendImages(const ports::Environment& environment, const ImageOptions& option
                std::ostream& err) {
     const std::u16string folder = toUtf16(options.folder);
     const std::u16string spec = toUtf16(options.spec);
+    Store store(environment);
     try {
         const std::string count = imageCount(environment.files->list(folder + u"\\" + spec).size());
         // Shown before the sending, which may take long.
         out << count << (options.remove ? " to delete: " : " to send: ") << options.spec << std::endl;
-        Store(environment)
-            .SendImage({.lngStoreID = toUtf16(std::to_string(options.store)),
-                        .strUserName = toUtf16(options.user),
-                        .strPassword = toUtf16(options.password),
-                        .strPath = folder,
-                        .strFileSpec = spec,
-                        .intblnCreateThumbNail = static_cast<Integer>(options.thumbnail),
-                        .strDestinationURL = toUtf16(options.url),
-                        .strUploadFolder = toUtf16(options.uploadFolder),
-                        .blnDeleted = options.remove});
+        store.SendImage({.lngStoreID = toUtf16(std::to_string(options.store)),
+                         .strUserName = toUtf16(options.user),
+                         .strPassword = toUtf16(options.password),
+                         .strPath = folder,
+                         .strFileSpec = spec,
+                         .intblnCreateThumbNail = static_cast<Integer>(options.thumbnail),
+                         .strDestinationURL = toUtf16(options.url),
+                         .strUploadFolder = toUtf16(options.uploadFolder),
+                         .blnDeleted = options.remove});
         out << count << (options.remove ? " deleted from " : " sent to ") << options.uploadFolder << " of store "
             << options.store << std::endl;
         return 0;
     } catch (const Error& error) {
-        err << "send-images: " << errorText(error) << std::endl;
+        err << "send-images: " << errorText(error, store.LastFailure()) << std::endl;
         return 1;
     }
 }

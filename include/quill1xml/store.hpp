@@ -5,6 +5,7 @@
 #include "quill1xml/entities.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/ports.hpp"
+#include "quill1xml/problem.hpp"
 #include "quill1xml/results.hpp"
 #include "quill1xml/types.hpp"
 
@@ -39,9 +40,9 @@ public:
     /// Looks at the packet files on disk. Throws when the folder cannot be read.
     PendingPackets pendingPackets() const;
 
-    /// The packet file that is being sent or, after a Send or SendTempFile that failed on one, that packet file,
-    /// without folder; empty otherwise. A packet counts as being sent until its listener has returned.
-    const std::u16string& packetUnderWay() const noexcept;
+    /// Looks for what is wrong with the packet files, as CheckPackets does. Changes and sends nothing. Throws when the
+    /// folder cannot be read.
+    std::vector<Problem> check() const;
 
 #define METHOD(dispid, Result, Name, summary) Result Name(const arguments::Name& arguments = {});
 #include "quill1xml/methods/all.def"

@@ -1,5 +1,6 @@
 // Downloads: customers, orders, quotations and offline product lists, and objects over their elements.
 
+#include "exchange/last_failure.hpp"
 #include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
 #include "store/items.hpp"
@@ -66,7 +67,7 @@ std::u16string form(Long storeId, std::initializer_list<std::pair<Text, Text>> f
 }
 
 std::shared_ptr<ports::Document> fetch(State& state, const Download& download, Text url, Text body) {
-    ports::HttpReply reply = state.environment.http->post(url, "application/x-www-form-urlencoded", toUtf8(body));
+    ports::HttpReply reply = exchange::post(state, url, toUtf8(body));
     ports::ParseError parseError;
     std::shared_ptr<ports::Document> document =
         state.environment.xml->parseBytes(replyText(std::move(reply)), ports::SourceEncoding::utf8, parseError);
@@ -94,7 +95,8 @@ std::vector<Quotation> collect(State& state, NodeList nodes, const Quotation*) {
 
 template <class Item, class Arguments>
 Received<Item> receive(State& state, const Download& download, const Arguments& arguments, Text body) {
-    auto document = fetch(state, download, arguments.strSourceURL, body);
+    state.packetUnderWay.clear();
+    auto document = exchange::accounted(state, [&] { return fetch(state, download, arguments.strSourceURL, body); });
     if (!arguments.strArchivePath.empty()) archive(*document, arguments.strArchivePath);
     if (arguments.strReturnType == u"Collection") {
         const auto nodes = Document(std::move(document)).select(download.path);

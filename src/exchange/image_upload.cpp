@@ -1,5 +1,6 @@
 // SendImage: image files, one request each.
 
+#include "exchange/last_failure.hpp"
 #include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
 #include "store/perform.hpp"
@@ -40,11 +41,14 @@ Long perform(State& state, const arguments::SendImage& arguments) {
         throw Error(applicationError, u"Quill1XML.Store.SendImage()", u"No Destination URL has been specified.");
     }
     const std::u16string pattern = std::u16string(arguments.strPath) + u"\\" + std::u16string(arguments.strFileSpec);
-    for (const std::u16string& name : state.environment.files->list(pattern)) {
-        auto reply = state.environment.http->post(arguments.strDestinationURL, "application/x-www-form-urlencoded",
-                                                  toUtf8(imageRequest(state, arguments, name)));
-        exchange::readReceipt(*state.environment.xml, std::move(reply));
-    }
+    state.packetUnderWay.clear();
+    exchange::accounted(state, [&] {
+        for (const std::u16string& name : state.environment.files->list(pattern)) {
+            auto reply =
+                exchange::post(state, arguments.strDestinationURL, toUtf8(imageRequest(state, arguments, name)));
+            exchange::readReceipt(*state.environment.xml, std::move(reply));
+        }
+    });
     return toLong(arguments.lngStoreID);
 }
 

@@ -1,5 +1,6 @@
 // Send: posts packets and documents and reads the receipts.
 
+#include "exchange/last_failure.hpp"
 #include "exchange/pending.hpp"
 #include "exchange/receipt.hpp"
 #include "exchange/send_order.hpp"
@@ -17,7 +18,6 @@ namespace quill1xml::store {
 namespace {
 
 constexpr Text sendSource = u"Quill1XML.Store.Send()";
-constexpr std::string_view contentType = "application/x-www-form-urlencoded";
 
 std::u16string destination(const State& state, Text given) {
     if (!given.empty()) return std::u16string(given);
@@ -48,9 +48,10 @@ Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load) {
                         u"The document is not Schema Valid. Please check your event log for details.");
         }
         const std::u16string url = destination(state, destinationUrl);
-        auto reply = state.environment.http->post(url, contentType, state.document->utf8());
+        auto reply = exchange::post(state, url, state.document->utf8());
         const auto receipt = exchange::readReceipt(*state.environment.xml, std::move(reply));
         const Long importNumber = toLong(requiredAttribute(*receipt, u"ImportNumber"));
+        state.answer = {};  // what fails from here on is not the server's fault
         if (!archivePath.empty()) archive(state, archivePath, importNumber);
         return importNumber;
     });
@@ -78,35 +79,40 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
 }  // namespace
 
 void perform(State& state, const arguments::SendTempFile& arguments) {
-    const SchemaSource::Sending sending(state.schema);
-    state.packetUnderWay.clear();
-    Integer packet = 1;
-    for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty(); ++packet) {
-        state.packetUnderWay = name;
-        sendPacket(state, arguments, name);
+    exchange::accounted(state, [&] {
+        const SchemaSource::Sending sending(state.schema);
         state.packetUnderWay.clear();
-        if (packet == std::numeric_limits<Integer>::max()) throw runtimeError(RuntimeError::overflow);
-    }
+        Integer packet = 1;
+        for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty();
+             ++packet) {
+            state.packetUnderWay = name;
+            sendPacket(state, arguments, name);
+            state.packetUnderWay.clear();
+            if (packet == std::numeric_limits<Integer>::max()) throw runtimeError(RuntimeError::overflow);
+        }
+    });
 }
 
 std::u16string perform(State& state, const arguments::Send& arguments) {
     if (!arguments.strWebStoreSchemaSource.empty()) state.schemaSource = arguments.strWebStoreSchemaSource;
     state.uploadResult.clear();
     state.packetUnderWay.clear();
-    const SchemaSource::Sending sending(state.schema);
-    if (arguments.strSource == u"Memory") {
-        for (const std::u16string& kind : exchange::sendOrder(state)) {
-            run(state, arguments::SendTempFile{.strTempFile = kind,
-                                               .strDestinationURL = arguments.strDestinationURL,
-                                               .strWebStoreSource = arguments.strWebStoreSource,
-                                               .strArchivePath = arguments.strArchivePath});
+    exchange::accounted(state, [&] {
+        const SchemaSource::Sending sending(state.schema);
+        if (arguments.strSource == u"Memory") {
+            for (const std::u16string& kind : exchange::sendOrder(state)) {
+                run(state, arguments::SendTempFile{.strTempFile = kind,
+                                                   .strDestinationURL = arguments.strDestinationURL,
+                                                   .strWebStoreSource = arguments.strWebStoreSource,
+                                                   .strArchivePath = arguments.strArchivePath});
+            }
+            run(state, arguments::CleanupTempFiles{});
+        } else if (arguments.strSource == u"File") {
+            // A document of the host's own is not archived.
+            appendInteger(state.uploadResult, sendFile(state, arguments.strDestinationURL, {},
+                                                       [&] { loadFile(state, arguments.strWebStoreSource); }));
         }
-        run(state, arguments::CleanupTempFiles{});
-    } else if (arguments.strSource == u"File") {
-        // A document of the host's own is not archived.
-        appendInteger(state.uploadResult, sendFile(state, arguments.strDestinationURL, {},
-                                                   [&] { loadFile(state, arguments.strWebStoreSource); }));
-    }
+    });
     return state.uploadResult;
 }
 

@@ -3,9 +3,9 @@
 
 #include "records/record.hpp"
 #include "records/words.hpp"
+#include "store/document_head.hpp"
 #include "store/packets.hpp"
 #include "store/perform.hpp"
-#include "text/numbers.hpp"
 
 namespace quill1xml::records {
 namespace {
@@ -138,17 +138,6 @@ const Record AddEnvelope = record<arguments::AddEnvelope>(u"Envelope", [] { retu
 }  // namespace quill1xml::records
 
 namespace quill1xml::store {
-namespace {
-
-/// The start tag that every packet but the first begins with.
-std::u16string headOf(Long storeId) {
-    std::u16string head = u"<Store xmlns=\"WebStore\" StoreID=\"";
-    appendInteger(head, storeId);
-    return head.append(u"\">");
-}
-
-}  // namespace
-
 void perform(State& state, const arguments::Create& arguments) {
     useDefaultFolder(state);
     run(state, arguments::CleanupTempFiles{});
@@ -159,7 +148,7 @@ void perform(State& state, const arguments::Create& arguments) {
     state.schemaSource = arguments.strWebStoreSchemaSource;
 
     // A valid number makes the head, whatever becomes of the settings after it.
-    if (arguments.lngStoreID >= 1) state.documentHead = headOf(arguments.lngStoreID);
+    if (arguments.lngStoreID >= 1) state.documentHead = rootTag(arguments.lngStoreID);
     TextBuffer element;
     records::appendElement(element, records::Create, {state, &arguments});
     state.storeElement = element.view();
@@ -182,7 +171,7 @@ void perform(State& state, const arguments::AddAdditionalParameters& arguments) 
 void perform(State& state, const arguments::AddEnvelope& arguments) {
     TextBuffer envelope;
     records::appendElement(envelope, records::AddEnvelope, {state, &arguments});
-    state.documentHead.append(u"\r\n").append(envelope.view());
+    appendEnvelope(state.documentHead, envelope.view());
     append(state, firstPacket, envelope.view());
 }
 

@@ -18,6 +18,14 @@ struct PacketCounter {
     Long packets = 0;  ///< completed; the current packet is this plus 1
 };
 
+/// What a server answered, as much as an account of a failure shows.
+struct Answer {
+    std::u16string url{};
+    int status = 0;  ///< 0 before there is an answer
+    std::string contentType{};
+    std::string beginning{};
+};
+
 struct State {
     explicit State(ports::Environment given);
 
@@ -40,7 +48,9 @@ struct State {
     bool documentLoaded = false;
     bool schemaValid = false;
     std::u16string uploadResult;    ///< "file number,file number", cleared by Send
-    std::u16string packetUnderWay;  ///< as Store::packetUnderWay tells it
+    std::u16string packetUnderWay;  ///< the packet file that is being sent, or that a Send failed on
+    Answer answer;                  ///< to what was posted last
+    std::u16string lastFailure;     ///< an account of the exchange that failed last
 
     // Records that are built over several calls; an empty header means that none is open.
     TextBuffer openProduct;

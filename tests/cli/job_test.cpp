@@ -176,7 +176,7 @@ TEST_F(JobTest, ShowsProgressAsLinesOrAsABar) {
     const Played broken = play(job + R"({"Send":{"strDestinationURL":"http://shop"}})", true);
     EXPECT_EQ(broken.status, 1);
     EXPECT_THAT(broken.err, HasSubstr("WebStoreTax1.tmp: import 1\nline 5: Send: error 440 "));
-    EXPECT_THAT(broken.err, EndsWith("\n    packet file: WebStoreCurrency1.tmp\n"));
+    EXPECT_THAT(broken.err, HasSubstr("\n    WebStoreCurrency1.tmp: Automation error: "));
 }
 
 TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {

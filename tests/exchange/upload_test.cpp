@@ -92,7 +92,7 @@ TEST_F(Upload, PostsEachPacketAndReportsIt) {
     EXPECT_EQ(utf8(fake_.xml->saved[u"D:\\out\\WebStore57--3.xml"]), second);
     EXPECT_EQ(fake_.files->texts, (FileTexts{{u"T\\Other1.tmp", u"x"}}));
     EXPECT_THAT(fake_.log->entries, IsEmpty());
-    EXPECT_EQ(store_.packetUnderWay(), u"");
+    EXPECT_EQ(store_.LastFailure(), u"");
     EXPECT_EQ(fake_.xml->compiles, 1) << "for the first post, which had a schema";
     EXPECT_THAT(fake_.files->flushed, ElementsAre(u"T\\WebStore1.tmp", u"T\\WebStore2.tmp", u"T\\WebStoreTax2.tmp"));
 }
@@ -185,7 +185,13 @@ TEST_F(Upload, EndsAtTheFirstFailureAndKeepsThePackets) {
         EXPECT_EQ(utf8(error->source()), c.source);
         EXPECT_THAT(utf8(error->description()), ::testing::HasSubstr(c.description));
         EXPECT_EQ(fake_.http->requests.size(), 2u);
-        EXPECT_EQ(store_.packetUnderWay(), u"WebStoreTax2.tmp");
+        const bool refused = error->description().starts_with(u"Server: ");
+        EXPECT_EQ(utf8(store_.LastFailure()),
+                  "WebStoreTax2.tmp: " + (refused || c.receipt == nullptr
+                                              ? utf8(error->description())
+                                              : "POST http://shop/a answered " + std::to_string(c.status) +
+                                                    " text/xml: \"" + std::string(c.receipt).substr(0, 80) +
+                                                    "\"; a receipt or a store document in XML was expected"));
         EXPECT_THAT(events_, ElementsAre("WebStoreTax1.tmp 1 after 1"));
         EXPECT_EQ(fake_.xml->saved.size(), 1u);
         EXPECT_EQ(fake_.files->texts, before);
@@ -210,7 +216,7 @@ TEST_F(Upload, EndsBeforeThePostWhenTheDocumentIsNoGood) {
     fake_.xml->validateError.code = 1;
     expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, applicationError, u"not schema valid");
     EXPECT_THAT(labels(*fake_.log), ::testing::Contains("Method: Quill1XML.Store.Validate()"));
-    EXPECT_EQ(store_.packetUnderWay(), u"WebStore1.tmp");
+    EXPECT_TRUE(store_.LastFailure().starts_with(u"WebStore1.tmp: "));
     fake_.xml->validateError = {};
     fake_.files->full = true;
     expectError([&] { store_.Send({.strDestinationURL = u"http://shop"}); }, 61, u"T\\WebStore1.tmp");
