@@ -16,6 +16,16 @@ Store::~Store() = default;
 
 void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded = std::move(listener); }
 
+void Store::onValueLeftOut(ValueLeftOut listener) { state_->valueLeftOut = std::move(listener); }
+
+std::vector<std::u16string> Store::openRecords() const {
+    std::vector<std::u16string> open;
+    if (!state_->openProduct.empty()) open.emplace_back(u"Product");
+    if (!state_->openOrder.empty()) open.emplace_back(u"Order");
+    if (!state_->openQuote.empty()) open.emplace_back(u"Quote");
+    return open;
+}
+
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
 std::vector<Problem> Store::check() const { return exchange::check(*state_); }

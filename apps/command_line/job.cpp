@@ -5,6 +5,7 @@
 #include "command_line/harmless_text.hpp"
 #include "command_line/json_arguments.hpp"
 #include "command_line/json_values.hpp"
+#include "command_line/losses.hpp"
 #include "command_line/nearest.hpp"
 #include "command_line/packet_folders.hpp"
 #include "command_line/progress.hpp"
@@ -69,11 +70,13 @@ struct Place {
 
 class Job {
 public:
-    Job(const ports::Environment& environment, const Streams& streams)
+    Job(const ports::Environment& environment, const Streams& streams, const JobOptions& options)
         : folders_(environment.files, streams.err),
           store_(environment),
+          losses_(store_, streams.err, options.verbose),
           streams_(streams),
           progress_(streams.err, streams.terminal) {
+        store_.SetStrict({options.strict});
         store_.onPacketUploaded([this](Text name, Long number) {
             sent_.emplace(name);
             progress_.packet(name, number);
@@ -88,6 +91,7 @@ public:
             for (std::string line; nextLine(line, place);) {
                 if (line.find_first_not_of(" \t\r") != std::string::npos) playLine(line, place);
             }
+            losses_.atEnd(sent_);
             return 0;
         } catch (const Error& error) {
             report(place, error);
@@ -120,7 +124,9 @@ private:
         if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
         folders_.prepare(member, *call.begin(), sent_);
         if (sendsPackets(member, *call.begin())) prepareSending();
+        losses_.before(member, place.line);
         const automation::Value result = member.invoke(&store_, arguments.data());
+        losses_.after();
         folders_.follow(member, *call.begin());
         progress_.finish();
         if (member.result != automation::ResultType::nothing) {
@@ -130,6 +136,7 @@ private:
 
     /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
     void prepareSending() {
+        losses_.beforeSending();
         const PendingPackets pending = store_.pendingPackets();
         progress_.start(pending.toSend.size());
         for (const std::u16string& name : pending.toDeleteUnsent) {
@@ -149,6 +156,7 @@ private:
 
     PacketFolders folders_;  ///< held until the store is gone
     Store store_;
+    Losses losses_;
     const Streams& streams_;
     Progress progress_;
     std::set<std::u16string> sent_;  ///< packet files, since the last record
@@ -156,6 +164,8 @@ private:
 
 }  // namespace
 
-int playJob(const ports::Environment& environment, const Streams& streams) { return Job(environment, streams).play(); }
+int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options) {
+    return Job(environment, streams, options).play();
+}
 
 }  // namespace quill1xml::cli

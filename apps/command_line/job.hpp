@@ -21,8 +21,13 @@ struct Streams {
     bool terminal;      ///< err is a terminal
 };
 
+struct JobOptions {
+    bool strict = false;   ///< a value left out is an error
+    bool verbose = false;  ///< every value left out is told, not only the first ones
+};
+
 /// Plays the job to its end or to its first error; messages that cannot be written do not end it. Returns the exit
 /// status: 0, or 1 after an error.
-int playJob(const ports::Environment& environment, const Streams& streams);
+int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options = {});
 
 }  // namespace quill1xml::cli

@@ -32,10 +32,13 @@ using Action = std::function<int()>;
 
 void addRun(CLI::App& app, Action& action) {
     const auto file = std::make_shared<std::string>("-");
+    const auto options = std::make_shared<cli::JobOptions>();
     CLI::App* run = app.add_subcommand("run", "Play a job of JSON lines through one Store");
     run->add_option("file", *file, "The job; - for standard input")->capture_default_str();
-    run->callback([file, &action] {
-        action = [file] {
+    run->add_flag("--strict", options->strict, "End at a value that would be left out, before its record is written");
+    run->add_flag("--verbose", options->verbose, "Tell every value that is left out and every packet file not sent");
+    run->callback([file, options, &action] {
+        action = [file, options] {
             std::ifstream opened;
             if (*file != "-") {
                 opened.open(*file);
@@ -45,7 +48,8 @@ void addRun(CLI::App& app, Action& action) {
             // A folder can be opened, but not read.
             in.peek();
             if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
-            return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()});
+            return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()},
+                                *options);
         };
     });
 }

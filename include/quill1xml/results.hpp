@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -20,6 +21,19 @@ struct PendingPackets {
     std::vector<std::u16string> toSend;          ///< in the order of sending
     std::vector<std::u16string> toDeleteUnsent;  ///< a gap in the numbers, or a kind that Send does not know
 };
+
+/// A value that a call gave and that did not meet the condition of its attribute, so that the record went without it.
+/// An empty text, and a value equal to its parameter's default, counts as not given.
+struct LeftOutValue {
+    std::string_view method;
+    std::string_view parameter;
+    std::string_view attribute;
+    std::string reason;  ///< "60 characters; must be at most 50 characters"
+};
+
+/// Called for each value left out, in the course of the call that gave it. An exception ends the call, and nothing is
+/// written.
+using ValueLeftOut = std::function<void(const LeftOutValue& value)>;
 
 /// Called on the sending thread after each packet that the server accepted: the packet's file name without folder,
 /// and the import number that the server gave it. An exception of the listener ends Send.

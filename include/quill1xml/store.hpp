@@ -37,6 +37,12 @@ public:
     /// Sets who hears of uploaded packets; an empty function for nobody.
     void onPacketUploaded(PacketUploaded listener);
 
+    /// Sets who hears of values that are left out; an empty function for nobody.
+    void onValueLeftOut(ValueLeftOut listener);
+
+    /// The elements that were begun and not locked yet, and that are lost without it: "Product", "Order", "Quote".
+    std::vector<std::u16string> openRecords() const;
+
     /// Looks at the packet files on disk. Throws when the folder cannot be read.
     PendingPackets pendingPackets() const;
 

@@ -3,6 +3,7 @@
 #include "automation/names.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
+#include "records/record.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -50,6 +51,8 @@ void Arguments::setText(std::size_t parameter, Text value) {
     texts_.push_back(std::make_unique<std::u16string>(value));
     store(parameter, Text(*texts_.back()));
 }
+
+Text parentOf(const Member& method) { return method.record == nullptr ? Text() : method.record->shape.parent; }
 
 void Arguments::lendText(std::size_t parameter, Text value) { store(parameter, value); }
 

@@ -71,6 +71,9 @@ struct Member {
 /// Members from this number on go beyond the interface that hosts were promised.
 inline constexpr Long firstExtension = 2000;
 
+/// The element that the record of a method becomes part of, by a later call that locks it; empty where there is none.
+Text parentOf(const Member& method);
+
 /// An event that a class raises.
 struct Event {
     Long dispid = 0;

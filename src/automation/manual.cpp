@@ -3,6 +3,7 @@
 #include "automation/classes.hpp"
 #include "quill1xml/limits.hpp"
 #include "quill1xml/text.hpp"
+#include "records/condition_text.hpp"
 #include "records/record.hpp"
 #include "text/date.hpp"
 #include "text/numbers.hpp"
@@ -15,7 +16,6 @@ namespace {
 using records::Record;
 using records::Row;
 using records::RowKind;
-using records::Test;
 
 constexpr std::string_view introduction = R"(# Quill1XML reference
 
@@ -75,47 +75,8 @@ std::string defaultText(const Member& member, const Parameter& parameter) {
     return {};
 }
 
-std::string lengthText(const Test& test) {
-    const bool open = test.maximum == std::numeric_limits<std::uint32_t>::max();
-    if (open) return "not empty";
-    if (test.minimum == test.maximum) return "exactly " + std::to_string(test.maximum) + " characters";
-    if (test.minimum == 0) return "at most " + std::to_string(test.maximum) + " characters";
-    return std::to_string(test.minimum) + " to " + std::to_string(test.maximum) + " characters";
-}
-
-std::string testText(const Test& test) {
-    switch (test.kind) {
-        case Test::Kind::notDefault: return "given";
-        case Test::Kind::length: return lengthText(test);
-        case Test::Kind::oneOf: {
-            std::string words;
-            for (const auto word : test.words) {
-                words.append(words.empty() ? "one of " : ", ").append("\"").append(toUtf8(word)).append("\"");
-            }
-            return words;
-        }
-        case Test::Kind::notBlank: return "not blank";
-        case Test::Kind::imageName: return "ends in .gif, .jpg or .jpeg";
-        case Test::Kind::range:
-            if (test.high == std::numeric_limits<double>::infinity()) return numberText(test.low) + " or more";
-            return numberText(test.low) + " to " + numberText(test.high);
-        case Test::Kind::above: return "above " + numberText(test.low);
-        case Test::Kind::otherThan: return "not " + numberText(test.low);
-        case Test::Kind::notLowest: return "not the most negative number";
-        case Test::Kind::given: return "given";
-        case Test::Kind::isTrue: return "True";
-        case Test::Kind::isFalse: return "False";
-        case Test::Kind::notBefore: return "not before ";
-    }
-    return {};
-}
-
-std::string parameterAt(std::span<const Parameter> parameters, records::Field field) {
-    if (!field.present) return {};
-    for (const Parameter& parameter : parameters) {
-        if (parameter.offset == field.offset) return code(parameter.name);
-    }
-    return {};
+std::string parameterCell(std::span<const Parameter> parameters, records::Field field) {
+    return field.present ? code(records::parameterAt(parameters, field)) : std::string();
 }
 
 std::string conditionText(const Record& record, const Row& row) {
@@ -123,8 +84,8 @@ std::string conditionText(const Record& record, const Row& row) {
     for (const auto& [test, field, other] : row.conditions()) {
         if (!text.empty()) text += row.any ? " or " : " and ";
         const bool own = row.field.present && field.offset == row.field.offset;
-        if (!own) text += parameterAt(record.parameters, field) + " is ";
-        text += testText(test) + parameterAt(record.parameters, other);
+        if (!own) text += parameterCell(record.parameters, field) + " is ";
+        text += textOf(test) + parameterCell(record.parameters, other);
     }
     switch (row.kind) {
         case RowKind::key: return "always; must be " + text;
@@ -141,7 +102,7 @@ void appendRecord(std::string& out, const Record& record) {
         if (!row.writes()) continue;
         const std::string rendering =
             row.rendering != nullptr ? std::string(row.rendering->description) : "\"" + toUtf8(row.fixed) + "\"";
-        out += "| " + code(toUtf8(row.name())) + " | " + parameterAt(record.parameters, row.field) + " | " +
+        out += "| " + code(toUtf8(row.name())) + " | " + parameterCell(record.parameters, row.field) + " | " +
                cell(conditionText(record, row)) + " | " + rendering + " |\n";
     }
     out += "\n";

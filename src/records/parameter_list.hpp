@@ -10,9 +10,17 @@
 namespace quill1xml {
 namespace records {
 
+/// What a list says where it has no value.
+template <class Value>
+inline constexpr Value absent{-1};
+template <>
+inline constexpr Text absent<Text> = notGiven;
+template <>
+inline constexpr Date absent<Date>{};
+
 // One struct per list: its values by their names, in the order of reading.
 #define LIST(Name, Method) struct Name {
-#define REQUIRED(Type, name) Type name{};
+#define REQUIRED(Type, name) Type name{absent<Type>};
 #define OPTION(Type, name, defaultValue) Type name{defaultValue};
 #define END(Name) \
     }             \

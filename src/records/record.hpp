@@ -47,6 +47,7 @@ struct Record {
     std::string_view method;
     std::span<const Row> rows;
     std::span<const Parameter> parameters;
+    const void* defaults;  ///< arguments of which none is given
     Shape shape;
 
     constexpr std::u16string_view counter() const { return shape.counter.empty() ? element : shape.counter; }
@@ -60,6 +61,11 @@ struct Record {
     std::u16string source() const;
 };
 
+namespace detail {
+template <class Arguments>
+inline constexpr Arguments defaults{};
+}
+
 /// A record whose method takes Arguments and whose rows a lambda returns.
 template <class Arguments, class Rows>
 consteval Record record(std::u16string_view element, Rows, const Shape& shape = {}) {
@@ -67,6 +73,7 @@ consteval Record record(std::u16string_view element, Rows, const Shape& shape = 
             .method = methodNameOf<Arguments>,
             .rows = detail::table<Arguments, Rows>,
             .parameters = parametersOf<Arguments>,
+            .defaults = &detail::defaults<Arguments>,
             .shape = shape};
 }
 
@@ -75,6 +82,14 @@ consteval Record record(std::u16string_view element, Rows, const Shape& shape = 
 /// Appends the attributes of a record: checks keys and writes what is to be written, in the order of the rows.
 /// Throws the Error of the first check that fails, or of a value that cannot be rendered.
 void appendAttributes(TextBuffer& out, const Record& record, const Call& call);
+
+bool passes(const ResolvedTest& resolved, const Call& call);
+
+/// Whether the condition of a row holds.
+bool holds(const Row& row, const Call& call);
+
+/// Tells of each value that the call gave and that the record went without; in strict mode throws for the first.
+void tellLeftOut(const Record& record, const Call& call);
 
 /// Throws the error of a row whose check failed.
 [[noreturn]] void refuse(const Record& record, const Row& row, const Call& call);

@@ -64,18 +64,6 @@ bool numberPasses(const ResolvedTest& resolved, const Call& call) {
     }
 }
 
-bool passes(const ResolvedTest& resolved, const Call& call) {
-    return resolved.test.readsText() ? textPasses(resolved.test, call.text(resolved.field))
-                                     : numberPasses(resolved, call);
-}
-
-bool holds(const Row& row, const Call& call) {
-    for (const ResolvedTest& test : row.conditions()) {
-        if (passes(test, call) == row.any) return row.any;
-    }
-    return !row.any;
-}
-
 void appendAttribute(TextBuffer& out, const Row& row, const Call& call) {
     out.endAt(row.opening.write(out.room(Opening::longest)));
     if (row.rendering != nullptr) {
@@ -87,6 +75,18 @@ void appendAttribute(TextBuffer& out, const Row& row, const Call& call) {
 }
 
 }  // namespace
+
+bool passes(const ResolvedTest& resolved, const Call& call) {
+    return resolved.test.readsText() ? textPasses(resolved.test, call.text(resolved.field))
+                                     : numberPasses(resolved, call);
+}
+
+bool holds(const Row& row, const Call& call) {
+    for (const ResolvedTest& test : row.conditions()) {
+        if (passes(test, call) == row.any) return row.any;
+    }
+    return !row.any;
+}
 
 std::u16string Record::source() const {
     if (!shape.source.empty()) return std::u16string(shape.source);
@@ -107,6 +107,7 @@ void appendAttributes(TextBuffer& out, const Record& record, const Call& call) {
         if (written) appendAttribute(out, row, call);
         formerWritten = written;
     }
+    if (call.store.watchesValues()) tellLeftOut(record, call);
 }
 
 void appendElement(TextBuffer& out, const Record& record, const Call& call) {

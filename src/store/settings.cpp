@@ -21,4 +21,6 @@ void perform(State& state, const arguments::SetPacketSize& arguments) {
     state.packetSize = arguments.lngPacketSize < 2 ? 1000 : arguments.lngPacketSize;
 }
 
+void perform(State& state, const arguments::SetStrict& arguments) { state.strict = arguments.blnStrict; }
+
 }  // namespace quill1xml::store

@@ -33,6 +33,10 @@ struct State {
     XmlText xmlText;
     std::u16string decimalSeparator;
     PacketUploaded packetUploaded;
+    ValueLeftOut valueLeftOut;
+    bool strict = false;  ///< a value left out is an error
+
+    bool watchesValues() const { return strict || valueLeftOut; }
 
     std::u16string tempFilePath;  ///< ends in "\" once set
     Long storeId = 0;

@@ -31,15 +31,15 @@ struct Played {
 
 class JobTest : public ::testing::Test {
 protected:
-    Played play(const std::string& lines, bool terminal = false) {
+    Played play(const std::string& lines, bool terminal = false, const JobOptions& options = {}) {
         std::istringstream in(lines);
-        return play(in, terminal);
+        return play(in, terminal, options);
     }
 
-    Played play(std::istream& in, bool terminal = false) {
+    Played play(std::istream& in, bool terminal = false, const JobOptions& options = {}) {
         std::ostringstream out;
         std::ostringstream err;
-        const int status = playJob(fake_.environment(), {in, out, err, terminal});
+        const int status = playJob(fake_.environment(), {in, out, err, terminal}, options);
         return {status, out.str(), err.str()};
     }
 
@@ -78,7 +78,7 @@ TEST_F(JobTest, PrintsWhatMethodsReturn) {
 {"ReadBinData":"Zm8="}
 {"Send":""}
 )");
-    EXPECT_EQ(played.err, "");
+    EXPECT_EQ(played.err, "warning: 2 packet files are not sent: WebStoreTax1.tmp, WebStorePaymentMethod1.tmp\n");
     EXPECT_EQ(utf8(fake_.files->texts[u"T\\WebStoreTax1.tmp"]),
               R"(<Tax TaxCode="A" Rate=" 15" Deleted="1" UsePOSRebate="0" POSRebateRate=" 0"/>)");
     EXPECT_EQ(utf8(fake_.files->texts[u"T\\WebStorePaymentMethod1.tmp"]),
@@ -214,12 +214,52 @@ TEST_F(JobTest, WarnsOfPacketsThatSendWouldDeleteUnsent) {
     }
 }
 
+TEST_F(JobTest, TellsWhatIsLostWithoutAnError) {
+    const std::string folder = R"({"SetTempFilePath":{"strTempFilePath":"T"}})"
+                               "\n";
+    const std::string tooLong = R"({"AddTax":{"strTaxCode":"A","strDescription":")" + std::string(51, 'x') + "\"}}\n";
+    const std::string leftOut =
+        "AddTax: strDescription is left out: Description: 51 characters; must be at most 50 characters\n";
+    const std::string unsent = "warning: 1 packet file is not sent: WebStoreTax1.tmp\n";
+    const struct {
+        std::string lines;
+        std::string expected;
+    } cases[] = {
+        {tooLong, "warning: line 2: " + leftOut + unsent},
+        {R"({"AddTax":{"strTaxCode":"A","dblPOSRebateRate":-5,"strDescription":""}})", unsent},
+        {R"({"AddOrderLineItem":{"lngLineNumber":1,"strSKU":"S","lngQuantity":3}})",
+         "warning: line 2: AddOrderLineItem: no Order is open; this becomes part of the next one\n"
+         "warning: line 2: AddOrderLineItem: lngQuantity is left out: Quantity: lngActualQuantity is not above -1\n"},
+        {R"({"AddProduct":{"strSKU":"S"}})"
+         "\n"
+         R"({"AddTax":{"strTaxCode":"A"}})",
+         "warning: line 2: this Product is never locked, and is not published: LockProduct is missing\n" + unsent},
+    };
+    for (const auto& c : cases) {
+        fake_.files->texts.clear();
+        EXPECT_EQ(play(folder + c.lines).err, c.expected);
+    }
+    std::string many = folder;
+    for (int i = 0; i < 23; ++i) many += tooLong;
+    EXPECT_THAT(play(many).err, EndsWith("line 21: " + leftOut +
+                                         "warning: 3 more values are left out; --verbose tells them all\n" + unsent));
+    EXPECT_THAT(play(many, false, {.verbose = true}).err, EndsWith("line 24: " + leftOut + unsent));
+
+    fake_.files->texts.clear();
+    const Played strict = play(folder + tooLong, false, {.strict = true});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_THAT(strict.err, EndsWith("line 2: AddTax: error -2147221504 (Quill1XML.Store.AddTax()): Description "
+                                     "(strDescription): 51 characters; must be at most 50 characters\n"));
+    EXPECT_TRUE(fake_.files->texts.empty());
+}
+
 TEST_F(JobTest, CreateWarnsOfWhatItDeletes) {
     fake_.files->texts = {{u"T\\WebStore1.tmp", u"<Store xmlns=\"WebStore\" StoreID=\"58\">"},
                           {u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
-    EXPECT_EQ(play(job).err, "warning: Create will delete 2 unsent packet files of store 58 in T\n");
+    EXPECT_THAT(play(job).err, StartsWith("warning: Create will delete 2 unsent packet files of store 58 in T\n"));
     fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
-    EXPECT_EQ(play(job).err, "warning: Create will delete 1 unsent packet file of an unknown store in T\n");
+    EXPECT_THAT(play(job).err,
+                StartsWith("warning: Create will delete 1 unsent packet file of an unknown store in T\n"));
 }
 
 TEST_F(JobTest, AFolderIsForOneJobAtATime) {
@@ -240,7 +280,8 @@ TEST_F(JobTest, AFolderIsForOneJobAtATime) {
     EXPECT_FALSE(std::filesystem::exists(lock));
     std::ofstream(lock) << "1\n";  // as a job leaves it that was killed
     // The same folder by another name is not another job's.
-    EXPECT_EQ(play(use + add + "\n" + use.substr(0, use.size() - 4) + "/\"}}\n" + add).err, "");
+    EXPECT_EQ(play(use + add + "\n" + use.substr(0, use.size() - 4) + "/\"}}\n" + add).err,
+              "warning: 1 packet file is not sent: WebStoreTax1.tmp\n");
     EXPECT_FALSE(std::filesystem::exists(lock));
     std::filesystem::create_directory(lock);
     const Played warned = play(use + add);

@@ -1,0 +1,80 @@
+#include "command_line/losses.hpp"
+
+#include "command_line/harmless_text.hpp"
+#include "quill1xml/text.hpp"
+
+#include <algorithm>
+
+namespace quill1xml::cli {
+namespace {
+
+constexpr std::size_t shown = 20;
+
+/// Elements that are put together from parts and locked.
+constexpr Text locked[] = {u"Product", u"Order", u"Quote"};
+
+std::string lockOf(Text element) { return "Lock" + toUtf8(element == u"Quote" ? u"Quotation" : element); }
+
+}  // namespace
+
+Losses::Losses(Store& store, std::ostream& err, bool verbose) : store_(store), err_(err), verbose_(verbose) {
+    store_.onValueLeftOut([this](const LeftOutValue& value) { leftOut(value); });
+}
+
+std::ostream& Losses::warning(std::size_t line) { return err_ << "warning: line " << line << ": "; }
+
+void Losses::leftOut(const LeftOutValue& value) {
+    if (++leftOut_ > shown && !verbose_) return;
+    warning(line_) << value.method << ": " << value.parameter << " is left out: " << value.attribute << ": "
+                   << excerpt(value.reason) << std::endl;
+}
+
+void Losses::before(const automation::Member& method, std::size_t line) {
+    line_ = line;
+    if (method.record == nullptr) return;
+    wrote_ = true;
+    const std::u16string parent(automation::parentOf(method));
+    if (std::ranges::find(locked, parent) == std::end(locked) || open_.contains(parent)) return;
+    warning(line) << method.name << ": no " << toUtf8(parent) << " is open; this becomes part of the next one"
+                  << std::endl;
+}
+
+void Losses::after() {
+    std::map<std::u16string, std::size_t> open;
+    for (std::u16string& element : store_.openRecords()) {
+        const auto former = open_.find(element);
+        const std::size_t begun = former == open_.end() ? line_ : former->second;
+        open.emplace(std::move(element), begun);
+    }
+    open_ = std::move(open);
+}
+
+void Losses::beforeSending() {
+    for (const auto& [element, line] : open_) {
+        warning(line) << "this " << toUtf8(element) << " is never locked, and is not published: " << lockOf(element)
+                      << " is missing" << std::endl;
+    }
+    open_.clear();
+}
+
+void Losses::atEnd(const std::set<std::u16string>& sent) {
+    beforeSending();
+    if (leftOut_ > shown && !verbose_) {
+        err_ << "warning: " << leftOut_ - shown << " more values are left out; --verbose tells them all" << std::endl;
+    }
+    if (!wrote_) return;
+    const PendingPackets pending = store_.pendingPackets();
+    std::vector<std::u16string> unsent;
+    for (const auto* names : {&pending.toSend, &pending.toDeleteUnsent}) {
+        std::ranges::copy_if(*names, std::back_inserter(unsent),
+                             [&](const auto& name) { return !sent.contains(name); });
+    }
+    if (unsent.empty()) return;
+    err_ << "warning: " << unsent.size() << " packet file" << (unsent.size() == 1 ? " is" : "s are") << " not sent:";
+    for (std::size_t i = 0; i < std::min(unsent.size(), verbose_ ? unsent.size() : shown); ++i) {
+        err_ << (i == 0 ? " " : ", ") << excerpt(unsent[i]);
+    }
+    err_ << (unsent.size() > shown && !verbose_ ? ", ..." : "") << std::endl;
+}
+
+}  // namespace quill1xml::cli
