@@ -38,4 +38,19 @@ results.WriteLine orders(1).LineItems(1).Price & "|" & orders.Item(1).LineItems.
 orders.Item orders.Count + 1
 Report
 results.WriteLine Err.Number & "||"
+
+' A packet that cannot be sent, before and after it is tried.
+store.SetTempFilePath "bad"
+store.Create "vbscript\store.xsd", 57
+store.AddAdditionalParameters
+store.AddEnvelope "demo", "demo", "http://127.0.0.1:1/"
+store.AddTax "V1", "VAT", 15
+store.AddTax "V2", "VAT", 15, , "a&b"
+results.WriteLine store.CheckPackets()
+store.SendTempFile "Tax"
+results.WriteLine Err.Number & "|" & store.LastFailure()
+Err.Clear
+store.SetStrict True
+store.AddTax "V3", String(51, "x")
+Report
 results.Close
