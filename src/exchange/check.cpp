@@ -99,6 +99,16 @@ void findAttribute(Problem& problem, const std::vector<Tag>& tags) {
     }
 }
 
+/// The text without an attribute of one of its tags.
+std::u16string without(Text text, const Tag::Attribute& attribute) {
+    const auto placeOf = [&text](const char16_t* character) {
+        return static_cast<std::size_t>(character - text.data());
+    };
+    const std::size_t start = placeOf(attribute.name.data());
+    const std::size_t end = placeOf(attribute.value.data()) + attribute.value.size() + 1;
+    return std::u16string(text.substr(0, start)).append(text.substr(std::min(end, text.size())));
+}
+
 /// Examines one packet file after the other.
 class Examiner {
 public:
@@ -197,7 +207,22 @@ private:
         const std::vector<Tag> tags = store::tagsIn(text);
         if (!tags.empty()) problem.key = keyOf(tags.front());
         findAttribute(problem, tags);
+        if (problem.code == Problem::Code::notValid && problem.attribute.empty())
+            tryAttributes(problem, head, text, tags);
         problems_.push_back(std::move(problem));
+    }
+
+    /// Where the parser does not name the attribute: it is the one without which the record is valid.
+    void tryAttributes(Problem& problem, Text head, Text text, const std::vector<Tag>& tags) const {
+        for (const Tag& tag : tags) {
+            for (const Tag::Attribute& attribute : tag.attributes) {
+                Problem::Code ignored{};
+                if (failure(head, without(text, attribute), ignored)) continue;
+                problem.attribute = attribute.name;
+                problem.value = shortened(attribute.value);
+                return;
+            }
+        }
     }
 
     State& state_;

@@ -10,6 +10,7 @@
 namespace quill1xml {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -59,7 +60,7 @@ TEST_F(Check, FindsEveryBadRecordAndNamesWhatIsWrongWithIt) {
     EXPECT_THROW(store_.Send(), Error);
     EXPECT_EQ(folder_.bytes(u"WebStoreTax1.tmp"), before);
     // The head goes first, to a port where nobody listens.
-    EXPECT_THAT(utf8(store_.LastFailure()), StartsWith("WebStore1.tmp: Automation error: 127.0.0.1: "));
+    EXPECT_THAT(utf8(store_.LastFailure()), AllOf(StartsWith("WebStore1.tmp: "), HasSubstr("127.0.0.1: ")));
     EXPECT_THROW(store_.SendTempFile({u"Tax"}), Error);
     std::string found;
     for (const std::string& line : lines(store_)) found += (found.empty() ? "" : "\r\n") + line;
@@ -86,7 +87,7 @@ TEST_F(Check, TellsBrokenFilesFromRefusedOnesAndForgottenOnes) {
     } expected[] = {
         {"WebStoreCurrency1.tmp", Problem::Code::notWellFormed, 0, "", "not UTF-16"},
         {"WebStoreQuote57_1.tmp", Problem::Code::torn, 1, "", "It starts at byte 2"},
-        {"WebStoreTax1.tmp", Problem::Code::notValid, 2, "Rate", "Rate"},
+        {"WebStoreTax1.tmp", Problem::Code::notValid, 2, "Rate", ""},
         {"WebStoreTax2.tmp", Problem::Code::torn, 2, "", "cut the file off there"},
         {"WebStoreQuote57_1.tmp", Problem::Code::notSent, 0, "", "SendTempFile"},
         {"WebStoreTax4.tmp", Problem::Code::notSent, 0, "", "gap"},
