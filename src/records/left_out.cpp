@@ -70,7 +70,7 @@ void tellLeftOut(const Record& record, const Call& call) {
         if (call.store.valueLeftOut) call.store.valueLeftOut({record.method, parameter, attribute, reason});
         if (!call.store.strict) continue;
         throw Error(applicationError, record.source(),
-                    toUtf16(attribute + " (" + std::string(parameter) + "): " + reason));
+                    toUtf16(std::string(attribute).append(" (").append(parameter).append("): ").append(reason)));
     }
 }
 
