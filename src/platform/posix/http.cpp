@@ -4,12 +4,28 @@
 #include "quill1xml/text.hpp"
 #include "text/letter_case.hpp"
 
+#include <cstddef>
+#include <cstdint>
+#include <map>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include <curl/curl.h>
+#include <linux/tcp.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace quill1xml::platform {
+
+struct Delivery {
+    /// The open connections, with the bytes that the other side's system had confirmed to have before the request.
+    std::map<curl_socket_t, std::optional<std::uint64_t>> connections{};
+    bool underWay = false;
+    bool taken = false;  ///< the connection closed, and the server may have the request
+};
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -24,14 +40,23 @@ struct Free {
 using Url = std::unique_ptr<CURLU, Free>;
 using Headers = std::unique_ptr<curl_slist, Free>;
 
+/// Bytes that the other side's system has confirmed to have received; nothing where that is not known.
+std::optional<std::uint64_t> bytesAcknowledged(curl_socket_t socket) noexcept {
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    if (getsockopt(socket, IPPROTO_TCP, TCP_INFO, &info, &size) != 0) return std::nullopt;
+    const bool told = size >= offsetof(tcp_info, tcpi_bytes_acked) + sizeof info.tcpi_bytes_acked;
+    return told ? std::optional<std::uint64_t>(info.tcpi_bytes_acked) : std::nullopt;
+}
+
 /// One exchange: what came back and why it was given up.
 struct Transfer {
     enum class End { normal, silent, tooLarge, longHeaders, unanswered, outOfMemory };
 
     const HttpLimits& limits;
     CURL* handle;
+    Delivery& delivery;
     HttpReply reply{};
-    bool begun = false;        ///< the request stood before a connection already
     std::size_t received = 0;  ///< of all replies, with their headers
     std::size_t headers = 0;   ///< the part of it that is headers and trailers
     curl_off_t moved = 0;
@@ -77,15 +102,37 @@ int onProgress(void* context, curl_off_t, curl_off_t received, curl_off_t, curl_
     return 1;
 }
 
-// On a kept connection that closes without an answer the library would send the request again. The server may have
-// processed it, unless nothing of it went out.
+// On a kept connection that closes without an answer the library sends the request again. That is right where the
+// server had closed it before, and wrong where it may have taken the request.
 int onRequest(void* context, char*, char*, int, int) noexcept {
     auto& transfer = *static_cast<Transfer*>(context);
-    long sent = 0;
-    curl_easy_getinfo(transfer.handle, CURLINFO_REQUEST_SIZE, &sent);
-    if (transfer.begun && sent > 0) transfer.end = Transfer::End::unanswered;
-    transfer.begun = true;
-    return transfer.end == Transfer::End::normal ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+    if (transfer.delivery.taken) {
+        transfer.end = Transfer::End::unanswered;
+        return CURL_PREREQFUNC_ABORT;
+    }
+    transfer.delivery.underWay = true;
+    for (auto& [socket, acknowledged] : transfer.delivery.connections) acknowledged = bytesAcknowledged(socket);
+    return CURL_PREREQFUNC_OK;
+}
+
+curl_socket_t onOpen(void* context, curlsocktype, curl_sockaddr* address) noexcept try {
+    auto& connections = static_cast<Delivery*>(context)->connections;
+    const curl_socket_t socket = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    if (socket != CURL_SOCKET_BAD) connections[socket].reset();
+    return socket;
+} catch (const std::bad_alloc&) {
+    return CURL_SOCKET_BAD;
+}
+
+int onClose(void* context, curl_socket_t socket) noexcept {
+    auto& delivery = *static_cast<Delivery*>(context);
+    if (const auto connection = delivery.connections.find(socket); connection != delivery.connections.end()) {
+        const auto now = bytesAcknowledged(socket);
+        const bool received = !now || !connection->second || *now > *connection->second;
+        delivery.taken = delivery.taken || (delivery.underWay && received);
+        delivery.connections.erase(connection);
+    }
+    return ::close(socket);
 }
 
 std::u16string number(long long value) { return toUtf16(std::to_string(value)); }
@@ -217,7 +264,9 @@ bool isRedirect(long status) {
 
 }  // namespace
 
-CurlHttp::CurlHttp(HttpLimits limits) : limits_(std::move(limits)) { initialise(); }
+CurlHttp::CurlHttp(HttpLimits limits) : limits_(std::move(limits)), delivery_(std::make_shared<Delivery>()) {
+    initialise();
+}
 
 HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle)>& prepare) {
     Url url = parseUrl(address);
@@ -227,7 +276,8 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     // What the last request was about, but for its connection, is forgotten.
     curl_easy_reset(handle);
     char detail[CURL_ERROR_SIZE] = "";
-    Transfer transfer{limits_, handle};
+    delivery_->underWay = delivery_->taken = false;
+    Transfer transfer{limits_, handle, *delivery_};
     set(handle, CURLOPT_CURLU, url.get());
     set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
@@ -245,6 +295,10 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     set(handle, CURLOPT_XFERINFOFUNCTION, &onProgress);
     set(handle, CURLOPT_XFERINFODATA, &transfer);
     set(handle, CURLOPT_PREREQDATA, &transfer);
+    set(handle, CURLOPT_OPENSOCKETFUNCTION, &onOpen);
+    set(handle, CURLOPT_OPENSOCKETDATA, delivery_.get());
+    set(handle, CURLOPT_CLOSESOCKETFUNCTION, &onClose);
+    set(handle, CURLOPT_CLOSESOCKETDATA, delivery_.get());
     if (!limits_.authorities.empty()) set(handle, CURLOPT_CAINFO, limits_.authorities.c_str());
     prepare(handle);
 
@@ -266,7 +320,7 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
         // A body that moved is posted again; only 303 (See Other) asks for a GET.
         if (status == 303) set(handle, CURLOPT_HTTPGET, 1L);
         transfer.reply.body.clear();
-        transfer.begun = false;
+        delivery_->underWay = delivery_->taken = false;
     }
     const char* type = nullptr;
     curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &type);

@@ -21,8 +21,11 @@ struct HttpLimits {
     std::string authorities{};  ///< a file of the certificates to trust; the system's when empty
 };
 
+/// How much of a request went out.
+struct Delivery;
+
 /// Serves one thread. Connections are kept while they stay open: a post on one that the server closed meanwhile is
-/// sent again only where nothing of it went out.
+/// sent again only where the server's system took nothing of it.
 /// Speaks HTTP and HTTPS alone and checks certificates. Follows few redirects, and only to the same host and port
 /// or from http to https of the same host.
 class CurlHttp final : public Http {
@@ -37,6 +40,7 @@ private:
     HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);
 
     HttpLimits limits_;
+    std::shared_ptr<Delivery> delivery_;  ///< outlives the connections, which tell it when they close
     std::shared_ptr<void> handle_;  ///< the library's; it keeps connections and TLS sessions from request to request
 };
 
