@@ -11,6 +11,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     world.xml->archive = u"A";
     world.files->bytes[u"D\\a.gif"] = {'A'};
     world.xml->files[u"d"] = u"<Store StoreID='1'><Envelope/></Store>";
+    world.files->bytes[u"s"] = {'<', 's', '/', '>'};
     world.http->replies = {reply, reply};
     Store store(world.environment());
     fuzz::attempt([&] { store.SendImage({u"1", u"u", u"p", u"D", u"*", 0, u"http://shop"}); });
