@@ -4,14 +4,13 @@
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace quill1xml::cli {
 namespace {
 
 constexpr std::size_t shown = 20;
-
-/// Elements that are put together from parts and locked.
-constexpr Text locked[] = {u"Product", u"Order", u"Quote"};
 
 std::string lockOf(Text element) { return "Lock" + toUtf8(element == u"Quote" ? u"Quotation" : element); }
 
@@ -34,27 +33,28 @@ void Losses::before(const automation::Member& method, std::size_t line) {
     if (method.record == nullptr) return;
     wrote_ = true;
     const std::u16string parent(automation::parentOf(method));
-    if (std::ranges::find(locked, parent) == std::end(locked) || open_.contains(parent)) return;
+    if (parent.empty() || open_.contains(parent)) return;
     warning(line) << method.name << ": no " << toUtf8(parent) << " is open; this becomes part of the next one"
                   << std::endl;
 }
 
 void Losses::after() {
-    std::map<std::u16string, std::size_t> open;
+    std::map<std::u16string, Begun> open;
     for (std::u16string& element : store_.openRecords()) {
         const auto former = open_.find(element);
-        const std::size_t begun = former == open_.end() ? line_ : former->second;
+        const Begun begun = former == open_.end() ? Begun{line_} : former->second;
         open.emplace(std::move(element), begun);
     }
     open_ = std::move(open);
 }
 
 void Losses::beforeSending() {
-    for (const auto& [element, line] : open_) {
-        warning(line) << "this " << toUtf8(element) << " is never locked, and is not published: " << lockOf(element)
-                      << " is missing" << std::endl;
+    for (auto& [element, begun] : open_) {
+        if (std::exchange(begun.told, true)) continue;
+        warning(begun.line) << "this " << toUtf8(element)
+                            << " is never locked, and is not published: " << lockOf(element) << " is missing"
+                            << std::endl;
     }
-    open_.clear();
 }
 
 void Losses::atEnd(const std::set<std::u16string>& sent) {

@@ -35,6 +35,12 @@ public:
     void atEnd(const std::set<std::u16string>& sent);
 
 private:
+    /// An element that is open.
+    struct Begun {
+        std::size_t line = 0;
+        bool told = false;
+    };
+
     void leftOut(const LeftOutValue& value);
     std::ostream& warning(std::size_t line);
 
@@ -44,7 +50,7 @@ private:
     std::size_t line_ = 0;
     bool wrote_ = false;  ///< a record, and so perhaps a packet file
     std::size_t leftOut_ = 0;
-    std::map<std::u16string, std::size_t> open_;  ///< elements, and the lines that began them
+    std::map<std::u16string, Begun> open_;
 };
 
 }  // namespace quill1xml::cli

@@ -1,5 +1,6 @@
 #include "store/torn_end.hpp"
 
+#include "store/tags.hpp"
 #include "text/numbers.hpp"
 
 #include <cstdint>
@@ -9,12 +10,6 @@ namespace {
 
 constexpr std::size_t none = Text::npos;
 constexpr Text nameEnds = u" \t\r\n/>";
-
-/// The element's name in the start tag at a place.
-Text nameAt(Text packet, std::size_t start) {
-    const Text inside = packet.substr(start + 1);
-    return inside.substr(0, inside.find_first_of(nameEnds));
-}
 
 /// Behind the tag that begins at a place.
 std::size_t tagEnd(Text packet, std::size_t start) {
@@ -49,14 +44,14 @@ std::size_t tornRecord(Text packet) {
     const bool breaksOff = last != none && packet[last] != u'>';
     std::size_t first = packet.find(u'<');
     if (first == none) return none;
-    if (nameAt(packet, first) == u"Store") {
+    if (tagAt(packet, first).name == u"Store") {
         const std::size_t inside = tagEnd(packet, first);
         if (inside == none) return breaksOff ? first : none;
         first = packet.find(u'<', inside);
         if (first == none) return none;
     }
     // All records of a packet have one name, which nothing inside them has.
-    const std::u16string name(nameAt(packet, first));
+    const std::u16string name(tagAt(packet, first).name);
     const std::size_t start = lastStart(packet, first, u"<" + name);
     std::size_t end = tagEnd(packet, start);
     if (end == none) return breaksOff ? start : none;

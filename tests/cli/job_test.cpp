@@ -234,6 +234,8 @@ TEST_F(JobTest, TellsWhatIsLostWithoutAnError) {
          "\n"
          R"({"AddTax":{"strTaxCode":"A"}})",
          "warning: line 2: this Product is never locked, and is not published: LockProduct is missing\n" + unsent},
+        {"{\"AddProduct\":{\"strSKU\":\"S\"}}\n{\"Send\":{}}",
+         "warning: line 2: this Product is never locked, and is not published: LockProduct is missing\n"},
     };
     for (const auto& c : cases) {
         fake_.files->texts.clear();
