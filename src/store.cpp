@@ -2,6 +2,7 @@
 
 #include "exchange/check.hpp"
 #include "exchange/pending.hpp"
+#include "store/going_on.hpp"
 #include "store/perform.hpp"
 
 #include <utility>
@@ -25,6 +26,8 @@ std::vector<std::u16string> Store::openRecords() const {
     if (!state_->openQuote.empty()) open.emplace_back(u"Quote");
     return open;
 }
+
+std::optional<UnfinishedJob> Store::unfinishedJob() const { return store::unfinishedJob(*state_); }
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 

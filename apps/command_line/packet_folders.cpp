@@ -57,13 +57,19 @@ void PacketFolders::hold() {
     std::error_code ignored;  // then the name as it is must do
     std::filesystem::path place = std::filesystem::weakly_canonical(native, ignored);
     if (place.empty()) place = native;
-    const auto [lock, added] = locks_.try_emplace(std::move(place), folder_);
-    if (added && !lock->second.obstacle().empty()) {
-        err_ << "warning: " << excerpt(folder_) << " cannot be held against other jobs (" << lock->second.obstacle()
+    taken_ = holds_.contains(place);
+    if (taken_) return;
+    try {
+        holds_.emplace(std::move(place), files_->hold(folder_));
+        taken_ = true;
+    } catch (const Error& error) {
+        if (error.number() == static_cast<int>(RuntimeError::pathNotFound)) return;
+        if (error.number() != static_cast<int>(RuntimeError::pathFileAccess)) throw;
+        err_ << "warning: " << excerpt(folder_) << " cannot be held against other jobs (" << excerpt(error.description())
              << "): let no other job use it meanwhile" << std::endl;
+        holds_.emplace(std::move(place), nullptr);
+        taken_ = true;
     }
-    taken_ = lock->second.holds() || !lock->second.obstacle().empty();
-    if (!taken_) locks_.erase(lock);
 }
 
 void PacketFolders::warnOfLoss(const std::set<std::u16string>& sent) const {

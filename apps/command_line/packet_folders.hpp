@@ -2,7 +2,6 @@
 #pragma once
 
 #include "automation/classes.hpp"
-#include "command_line/folder_lock.hpp"
 #include "quill1xml/ports.hpp"
 
 #include <nlohmann/json.hpp>
@@ -24,7 +23,7 @@ public:
     /// Warnings go to the stream.
     PacketFolders(std::shared_ptr<ports::Files> files, std::ostream& err) : files_(std::move(files)), err_(err) {}
 
-    /// Before a call. Throws as FolderLock does, before anything is touched; warns of a folder that cannot be held, and
+    /// Before a call. Throws as Files::hold does, before anything is touched; warns of a folder that cannot be held, and
     /// of packet files not among the sent ones that a Create will delete.
     void prepare(const automation::Member& method, const nlohmann::json& values, const std::set<std::u16string>& sent);
 
@@ -39,7 +38,7 @@ private:
     std::ostream& err_;
     std::u16string folder_ = u"C:";  ///< the store's own where none is set
     bool taken_ = false;             ///< the folder is held, or cannot be
-    std::map<std::filesystem::path, FolderLock> locks_;
+    std::map<std::filesystem::path, std::unique_ptr<ports::FolderHold>> holds_;  ///< null where it cannot be held
 };
 
 }  // namespace quill1xml::cli

@@ -23,6 +23,15 @@ class Node;
 
 namespace quill1xml::ports {
 
+/// A folder that is held for one job. It is let go of with this object, or when the process ends, however that happens.
+class FolderHold {
+public:
+    virtual ~FolderHold() = default;
+
+    /// The folder's whole name, the same in whatever way it was named.
+    virtual std::u16string folder() const = 0;
+};
+
 /// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
 /// the file is touched. Failures are errors 53, 57, 61, 67, 70, 75 or 76 with the name in the description.
 class Files {
@@ -52,6 +61,10 @@ public:
 
     /// Deletes a file, a read-only one too.
     virtual void remove(Text fileName) = 0;
+
+    /// Holds a folder against the other jobs of this process and of others, never null. Error 70 names the process that
+    /// holds it already; error 76 when there is no such folder, 75 with the reason when it cannot be held.
+    virtual std::unique_ptr<FolderHold> hold(Text folder) = 0;
 
     /// The name of the file that a URL of the scheme "file" stands for.
     virtual std::u16string fileOfUrl(Text url) const = 0;
@@ -89,12 +102,18 @@ struct HttpReply {
     Validators validators{};
 };
 
+/// A transport failure before anything of the request left: the server knows nothing of it.
+class NotReached : public Error {
+public:
+    explicit NotReached(const Error& error) : Error(error) {}
+};
+
 class Http {
 public:
     virtual ~Http() = default;
 
     /// Posts a body and waits for the reply; any HTTP status is a reply. A transport failure is an Error that names the
-    /// host of the URL, never credentials.
+    /// host of the URL, never credentials; a NotReached where that is certain.
     virtual HttpReply post(Text url, std::string_view contentType, std::string_view body) = 0;
 
     /// Fetches a URL, or only asks whether the answer with the given validators is still the one: then the status is

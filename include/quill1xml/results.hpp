@@ -4,6 +4,7 @@
 #include "quill1xml/node.hpp"
 #include "quill1xml/types.hpp"
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,15 @@ using Received = std::variant<std::vector<Item>, Document, std::u16string>;
 struct PendingPackets {
     std::vector<std::u16string> toSend;          ///< in the order of sending
     std::vector<std::u16string> toDeleteUnsent;  ///< a gap in the numbers, or a kind that Send does not know
+};
+
+/// A job whose sending was begun with a journal and that is not over.
+struct UnfinishedJob {
+    std::u16string folder{};
+    Long storeId = 0;
+    std::size_t packets = 0;   ///< that the journal knows
+    std::size_t accepted = 0;  ///< of them
+    bool deletes = false;      ///< all were sent, and not all packet files are deleted
 };
 
 /// A value that a call gave and that did not meet the condition of its attribute, so that the record went without it.

@@ -10,6 +10,7 @@
 #include "quill1xml/types.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,9 @@ public:
 
     /// The elements that were begun and not locked yet, and that are lost without it: "Product", "Order", "Quote".
     std::vector<std::u16string> openRecords() const;
+
+    /// The job that the journal in use keeps, where it is not over.
+    std::optional<UnfinishedJob> unfinishedJob() const;
 
     /// Looks at the packet files on disk. Throws when the folder cannot be read.
     PendingPackets pendingPackets() const;

@@ -1,6 +1,7 @@
 #include "exchange/last_failure.hpp"
 
 #include "exchange/check.hpp"
+#include "exchange/receipt.hpp"
 #include "quill1xml/text.hpp"
 #include "store/perform.hpp"
 #include "text/numbers.hpp"
@@ -42,15 +43,20 @@ std::u16string account(store::State& state, const Error& error) {
     }
     if (!packet.empty()) text.append(packet).append(u": ");
     // A refusal says all that there is to say.
-    const bool refused = error.description().starts_with(u"Server: ");
-    return text.append(answered && !refused ? accountOf(state.answer) : error.description());
+    return text.append(answered && !isRefusal(error) ? accountOf(state.answer) : error.description());
 }
 
 }  // namespace
 
 ports::HttpReply post(store::State& state, Text url, std::string_view body) {
     state.answer = {};
-    ports::HttpReply reply = state.environment.http->post(url, "application/x-www-form-urlencoded", body);
+    ports::HttpReply reply;
+    try {
+        reply = state.environment.http->post(url, "application/x-www-form-urlencoded", body);
+    } catch (const ports::NotReached&) {
+        state.answer.notReached = true;
+        throw;
+    }
     state.answer.url = url;
     state.answer.status = reply.status;
     state.answer.contentType = reply.contentType;
@@ -72,6 +78,9 @@ void noteFailure(store::State& state, const Error& error) noexcept {
 
 namespace quill1xml::store {
 
-std::u16string perform(State& state, const arguments::LastFailure&) { return state.lastFailure; }
+std::u16string perform(State& state, const arguments::LastFailure&) {
+    const bool both = !state.lastFailure.empty() && !state.doubts.empty();
+    return state.lastFailure + (both ? u"\r\n" : u"") + state.doubts;
+}
 
 }  // namespace quill1xml::store

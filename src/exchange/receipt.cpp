@@ -8,6 +8,11 @@
 #include <utility>
 
 namespace quill1xml::exchange {
+namespace {
+
+constexpr Text refusal = u"Server: ";
+
+}  // namespace
 
 void checkReceipt(const ports::Element& receipt) {
     const auto errors = receipt.children(u"Error");
@@ -16,8 +21,10 @@ void checkReceipt(const ports::Element& receipt) {
     const Long number = toLong(store::requiredAttribute(error, u"Number"));
     if (number == 0) return;
     throw Error(number, error.attribute(u"Source").value_or(u""),
-                u"Server: " + error.attribute(u"Description").value_or(u""));
+                std::u16string(refusal) + error.attribute(u"Description").value_or(u""));
 }
+
+bool isRefusal(const Error& error) { return error.description().starts_with(refusal); }
 
 std::shared_ptr<ports::Element> readReceipt(ports::Xml& xml, ports::HttpReply reply) {
     ports::ParseError parseError;

@@ -1,10 +1,12 @@
 // Send: posts packets and documents and reads the receipts.
 
 #include "exchange/last_failure.hpp"
+#include "exchange/packet_note.hpp"
 #include "exchange/pending.hpp"
 #include "exchange/receipt.hpp"
 #include "exchange/send_order.hpp"
 #include "store/document.hpp"
+#include "store/going_on.hpp"
 #include "store/packets.hpp"
 #include "store/perform.hpp"
 #include "store/required.hpp"
@@ -38,9 +40,16 @@ void archive(const State& state, Text folder, Long importNumber) {
     state.document->save(fileName);
 }
 
-/// Posts the document that a function loads; returns the server's import number.
-template <class Load>
-Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load) {
+/// A document of the host's own, of which no journal knows.
+struct OwnDocument {
+    static void posting() {}
+    static void failed(const Error&) {}
+    static void accepted(Long) {}
+};
+
+/// Posts the document that a function loads, and notes what becomes of it; returns the server's import number.
+template <class Load, class Note>
+Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load, Note& note) {
     return logged(state, labels::sendFile, [&] {
         load();
         if (!state.schemaValid) {
@@ -48,13 +57,28 @@ Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load) {
                         u"The document is not Schema Valid. Please check your event log for details.");
         }
         const std::u16string url = destination(state, destinationUrl);
-        auto reply = exchange::post(state, url, state.document->utf8());
-        const auto receipt = exchange::readReceipt(*state.environment.xml, std::move(reply));
-        const Long importNumber = toLong(requiredAttribute(*receipt, u"ImportNumber"));
+        const std::string body = state.document->utf8();
+        note.posting();
+        Long importNumber = 0;
+        try {
+            auto reply = exchange::post(state, url, body);
+            const auto receipt = exchange::readReceipt(*state.environment.xml, std::move(reply));
+            importNumber = toLong(requiredAttribute(*receipt, u"ImportNumber"));
+        } catch (const Error& error) {
+            note.failed(error);
+            throw;
+        }
+        note.accepted(importNumber);
         state.answer = {};  // what fails from here on is not the server's fault
         if (!archivePath.empty()) archive(state, archivePath, importNumber);
         return importNumber;
     });
+}
+
+void uploaded(State& state, const std::u16string& name, Long importNumber) {
+    if (!state.uploadResult.empty()) state.uploadResult.push_back(u',');
+    state.uploadResult.append(name).push_back(u' ');
+    appendInteger(state.uploadResult, importNumber);
 }
 
 void sendPacket(State& state, const arguments::SendTempFile& arguments, const std::u16string& name) {
@@ -63,17 +87,22 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
     if (trimBlanks(content, u" \t\r\n").empty()) return;
 
     const bool hasHead = name == fileName(firstPacket);
+    exchange::PacketNote note(state, name, content);
+    if (const auto importNumber = note.acceptedBefore()) {
+        uploaded(state, name, *importNumber);
+        return;
+    }
     const Text pieces[] = {hasHead ? Text() : Text(state.documentHead), hasHead ? Text() : Text(u"\r\n"), content,
                            u"</Store>"};
-    const Long importNumber = sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, [&] {
+    const auto load = [&] {
         loadText(state, pieces, content);
         // After a power cut the files tell what the store may have.
         state.environment.files->flush(path);
-    });
-    if (!state.uploadResult.empty()) state.uploadResult.push_back(u',');
-    state.uploadResult.append(name).push_back(u' ');
-    appendInteger(state.uploadResult, importNumber);
+    };
+    const Long importNumber = sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, load, note);
+    uploaded(state, name, importNumber);
     if (state.packetUploaded) state.packetUploaded(name, importNumber);
+    note.requireWritten();
 }
 
 }  // namespace
@@ -82,6 +111,10 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
     exchange::accounted(state, [&] {
         const SchemaSource::Sending sending(state.schema);
         state.packetUnderWay.clear();
+        if (state.journal) {
+            beginSending(state, exchange::packetsOf(state, arguments.strTempFile),
+                         u"Quill1XML.Store.SendTempFile()");
+        }
         Integer packet = 1;
         for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty();
              ++packet) {
@@ -97,9 +130,11 @@ std::u16string perform(State& state, const arguments::Send& arguments) {
     if (!arguments.strWebStoreSchemaSource.empty()) state.schemaSource = arguments.strWebStoreSchemaSource;
     state.uploadResult.clear();
     state.packetUnderWay.clear();
+    state.doubts.clear();
     exchange::accounted(state, [&] {
         const SchemaSource::Sending sending(state.schema);
         if (arguments.strSource == u"Memory") {
+            if (state.journal) beginSending(state, exchange::pendingPackets(state).toSend, sendSource);
             for (const std::u16string& kind : exchange::sendOrder(state)) {
                 run(state, arguments::SendTempFile{.strTempFile = kind,
                                                    .strDestinationURL = arguments.strDestinationURL,
@@ -109,8 +144,11 @@ std::u16string perform(State& state, const arguments::Send& arguments) {
             run(state, arguments::CleanupTempFiles{});
         } else if (arguments.strSource == u"File") {
             // A document of the host's own is not archived.
-            appendInteger(state.uploadResult, sendFile(state, arguments.strDestinationURL, {},
-                                                       [&] { loadFile(state, arguments.strWebStoreSource); }));
+            OwnDocument note;
+            appendInteger(state.uploadResult,
+                          sendFile(
+                              state, arguments.strDestinationURL, {},
+                              [&] { loadFile(state, arguments.strWebStoreSource); }, note));
         }
     });
     return state.uploadResult;

@@ -4,6 +4,7 @@
 #include "records/record.hpp"
 #include "records/words.hpp"
 #include "store/document_head.hpp"
+#include "store/going_on.hpp"
 #include "store/packets.hpp"
 #include "store/perform.hpp"
 
@@ -140,6 +141,7 @@ const Record AddEnvelope = record<arguments::AddEnvelope>(u"Envelope", [] { retu
 namespace quill1xml::store {
 void perform(State& state, const arguments::Create& arguments) {
     useDefaultFolder(state);
+    refuseUnfinished(state, records::Create.source());
     run(state, arguments::CleanupTempFiles{});
     if (!state.storeElement.empty()) {
         throw Error(applicationError, records::Create.source(), u"A new store has already been created.");

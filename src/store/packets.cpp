@@ -1,5 +1,6 @@
 #include "store/packets.hpp"
 
+#include "store/going_on.hpp"
 #include "store/perform.hpp"
 #include "text/numbers.hpp"
 
@@ -72,9 +73,12 @@ void useDefaultFolder(State& state) {
 void perform(State& state, const arguments::NewJob&) { state.counters.clear(); }
 
 void perform(State& state, const arguments::CleanupTempFiles& arguments) {
+    const bool all = arguments.strFileName.empty();
+    if (all) noteDeleting(state);
     for (const std::u16string& name : packetFiles(state, arguments.strFileName)) {
         state.environment.files->remove(state.tempFilePath + name);
     }
+    if (all) noteDeleted(state);
 }
 
 }  // namespace quill1xml::store

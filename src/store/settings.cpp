@@ -1,5 +1,5 @@
+#include "store/going_on.hpp"
 #include "store/perform.hpp"
-
 #include "text/blanks.hpp"
 
 #include <algorithm>
@@ -13,6 +13,7 @@ void perform(State& state, const arguments::SetTempFilePath& arguments) {
     // Blanks around a path that ends in "\" belong to it; they go only with the added separator.
     if (!trimmed.ends_with(u'\\')) path = std::u16string(trimmed) + u'\\';
     state.tempFilePath = std::move(path);
+    if (state.journal) holdFolder(state);
 }
 
 void perform(State& state, const arguments::SetStoreID& arguments) { state.storeId = arguments.lngStoreID; }

@@ -3,6 +3,7 @@
 
 #include "quill1xml/ports.hpp"
 #include "quill1xml/results.hpp"
+#include "store/journal.hpp"
 #include "store/schema_source.hpp"
 #include "text/text_buffer.hpp"
 #include "text/xml_text.hpp"
@@ -24,6 +25,7 @@ struct Answer {
     int status = 0;  ///< 0 before there is an answer
     std::string contentType{};
     std::string beginning{};
+    bool notReached = false;  ///< nothing of what was posted left
 };
 
 struct State {
@@ -55,6 +57,11 @@ struct State {
     std::u16string packetUnderWay;  ///< the packet file that is being sent, or that a Send failed on
     Answer answer;                  ///< to what was posted last
     std::u16string lastFailure;     ///< an account of the exchange that failed last
+    std::u16string doubts;          ///< a line for each packet that may have arrived twice
+
+    std::unique_ptr<Journal> journal;         ///< null without one
+    std::unique_ptr<ports::FolderHold> hold;  ///< on the packet folder, while there is a journal
+    std::u16string heldPath;                  ///< the folder as the host named it
 
     // Records that are built over several calls; an empty header means that none is open.
     TextBuffer openProduct;

@@ -1,7 +1,6 @@
 // Jobs of JSON lines: what they print, and what they say of the first mistake.
 #include "command_line/job.hpp"
 
-#include "command_line/folder_lock.hpp"
 #include "quill1xml/schema.hpp"
 #include "support/scripted_xml.hpp"
 #include "support/temp_folder.hpp"
@@ -270,8 +269,7 @@ TEST_F(JobTest, AFolderIsForOneJobAtATime) {
     const std::string add = R"({"AddTax":{"strTaxCode":"A"}})";
     const std::filesystem::path lock = folder.path() / ".quill1xml.lock";
     {
-        const FolderLock other(folder.path().u16string());
-        ASSERT_TRUE(other.holds());
+        const auto other = fake_.files->hold(folder.path().u16string());
         const Played refused = play(use + add);
         EXPECT_EQ(refused.status, 1);
         EXPECT_THAT(refused.err, StartsWith("line 2: AddTax: error 70 (Quill1XML): Permission denied: "));

@@ -21,6 +21,10 @@ std::vector<std::u16string> FakeFiles::list(Text pattern) {
     return names;
 }
 
+std::unique_ptr<ports::FolderHold> FakeFiles::hold(Text folder) {
+    return ports::systemEnvironment().files->hold(folder);
+}
+
 ports::HttpReply FakeHttp::post(Text url, std::string_view contentType, std::string_view body) {
     requests.push_back({std::u16string(url), std::string(contentType), std::string(body)});
     if (replies.empty()) throw runtimeError(RuntimeError::automationError, u"no connection");

@@ -37,6 +37,8 @@ public:
     Bytes readBytes(Text fileName) override { return find(bytes, fileName); }
     std::vector<std::u16string> list(Text pattern) override;
     void remove(Text fileName) override { texts.erase(std::u16string(fileName)); }
+    /// Of the system: folders are no part of what is faked.
+    std::unique_ptr<ports::FolderHold> hold(Text folder) override;
     std::u16string fileOfUrl(Text url) const override { return std::u16string(url); }
 
 private:

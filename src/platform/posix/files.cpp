@@ -1,6 +1,7 @@
 #include "platform/posix/files.hpp"
 
 #include "platform/posix/errors.hpp"
+#include "platform/posix/folder_hold.hpp"
 #include "platform/posix/native_path.hpp"
 #include "platform/posix/parts.hpp"
 #include "platform/text_file.hpp"
@@ -264,6 +265,8 @@ public:
     void remove(Text fileName) override {
         if (unlink(NativePath(fileName).c_str()) != 0) throw fileError(errno, fileName);
     }
+
+    std::unique_ptr<FolderHold> hold(Text folder) override { return holdFolder(folder); }
 
     /// The host, which may only be this one, is left out.
     std::u16string fileOfUrl(Text url) const override {

@@ -191,6 +191,18 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
     return runtimeError(RuntimeError::automationError, host + u": " + reason);
 }
 
+/// Whether a transfer failed before its server was spoken to.
+bool isBeforeSending(CURLcode code) {
+    switch (code) {
+        case CURLE_COULDNT_RESOLVE_HOST:
+        case CURLE_COULDNT_RESOLVE_PROXY:
+        case CURLE_COULDNT_CONNECT:
+        case CURLE_SSL_CONNECT_ERROR:
+        case CURLE_PEER_FAILED_VERIFICATION: return true;
+        default: return false;
+    }
+}
+
 /// Prepares the library once for the process.
 void initialise() {
     static const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
@@ -304,7 +316,11 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
 
     for (int redirects = 0;; ++redirects) {
         const CURLcode code = curl_easy_perform(handle);
-        if (code != CURLE_OK) throw transferError(code, detail, transfer, url);
+        if (code != CURLE_OK) {
+            const Error error = transferError(code, detail, transfer, url);
+            if (isBeforeSending(code)) throw NotReached(error);
+            throw error;
+        }
         long status = 0;
         const char* location = nullptr;
         curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);

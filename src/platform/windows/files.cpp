@@ -147,6 +147,76 @@ struct CloseSearch {
     void operator()(HANDLE search) const noexcept { FindClose(search); }
 };
 
+/// Holds a folder by a file of its own in it, which the system deletes with the last handle.
+class WindowsFolderHold final : public FolderHold {
+public:
+    explicit WindowsFolderHold(Text folder) : lock_(std::u16string(folder) + u"\\.quill1xml.lock") {
+        constexpr DWORD attributes = FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE;
+        const bool held = insist(lock_, [this] {
+            handle_ = CreateFileW(com::wide(lock_.c_str()), GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_READ,
+                                  nullptr, CREATE_ALWAYS, attributes, nullptr);
+            return handle_ != INVALID_HANDLE_VALUE;
+        });
+        if (!held) refuse(folder, GetLastError());
+        // Only for the message that another job gets.
+        const std::string number = std::to_string(GetCurrentProcessId());
+        DWORD written = 0;
+        WriteFile(handle_, number.data(), static_cast<DWORD>(number.size()), &written, nullptr);
+        try {
+            folder_ = wholeName();
+        } catch (...) {
+            CloseHandle(handle_);
+            throw;
+        }
+    }
+
+    WindowsFolderHold(const WindowsFolderHold&) = delete;
+    WindowsFolderHold& operator=(const WindowsFolderHold&) = delete;
+
+    ~WindowsFolderHold() override { CloseHandle(handle_); }
+
+    std::u16string folder() const override { return folder_; }
+
+private:
+    [[noreturn]] void refuse(Text folder, DWORD code) const {
+        if (code == ERROR_SHARING_VIOLATION) {
+            throw runtimeError(RuntimeError::permissionDenied,
+                               u"another job is at work in " + std::u16string(folder) + u", " + holder() +
+                                   u"; wait for its end, or give this job a folder of its own with SetTempFilePath");
+        }
+        if (code == ERROR_PATH_NOT_FOUND || code == ERROR_FILE_NOT_FOUND || code == ERROR_DIRECTORY) {
+            throw runtimeError(RuntimeError::pathNotFound, folder);
+        }
+        throw runtimeError(RuntimeError::pathFileAccess, systemText(HRESULT_FROM_WIN32(code)));
+    }
+
+    /// The process whose number stands in the file.
+    std::u16string holder() const {
+        try {
+            std::u16string number(u"process ");
+            for (const std::uint8_t digit : platform::readBytes(lock_)) number.push_back(digit);
+            if (number.ends_with(u' ')) return u"another process";
+            return number;
+        } catch (const Error&) {
+            return u"another process";
+        }
+    }
+
+    /// As the system itself writes it, without regard to how the host does.
+    std::u16string wholeName() const {
+        const DWORD size = GetFinalPathNameByHandleW(handle_, nullptr, 0, FILE_NAME_NORMALIZED);
+        std::wstring name(size, L'\0');
+        const DWORD length = GetFinalPathNameByHandleW(handle_, name.data(), size, FILE_NAME_NORMALIZED);
+        if (length == 0 || length >= size) throwLastError(lock_);
+        const Text whole = com::asText(name.data(), length);
+        return std::u16string(whole.substr(0, whole.rfind(u'\\')));
+    }
+
+    std::u16string lock_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
+    std::u16string folder_;
+};
+
 class WindowsFiles final : public Files {
 public:
     void appendText(Text fileName, Text text) override { write(fileName, text, OPEN_ALWAYS); }
@@ -208,6 +278,8 @@ public:
         }
         if (!insist(name, [&name] { return DeleteFileW(com::wide(name.c_str())) != 0; })) throwLastError(fileName);
     }
+
+    std::unique_ptr<FolderHold> hold(Text folder) override { return std::make_unique<WindowsFolderHold>(folder); }
 
     std::u16string fileOfUrl(Text url) const override {
         std::u16string name = toUtf16(percentDecoded(url.substr(url.find(u"://") + 3)));

@@ -4,6 +4,9 @@
 #include "platform/windows/url.hpp"
 #include "quill1xml/text.hpp"
 
+#include <urlmon.h>
+#include <wininet.h>
+
 namespace quill1xml::platform {
 namespace {
 
@@ -51,13 +54,25 @@ private:
     com::ComPtr<IXMLHTTPRequest> object_ = createObject<IXMLHTTPRequest>(u"MSXML2.XMLHTTP", iidXmlHttpRequest);
 };
 
+/// Whether an exchange failed before its server was spoken to: the name is not known, or nobody takes the connection.
+bool isBeforeSending(std::int32_t code) {
+    return code == INET_E_RESOURCE_NOT_FOUND || code == INET_E_CANNOT_CONNECT ||
+           code == HRESULT_FROM_WIN32(ERROR_INTERNET_NAME_NOT_RESOLVED) ||
+           code == HRESULT_FROM_WIN32(ERROR_INTERNET_CANNOT_CONNECT);
+}
+
 class WindowsHttp final : public Http {
 public:
     HttpReply post(Text url, std::string_view contentType, std::string_view body) override {
         Request request(u"POST", url);
         request.setHeader(u"Content-Type", toUtf16(contentType));
-        // The object would convert text to UTF-8; bytes go as they are.
-        return request.send(com::Variant::ofBytes(std::as_bytes(std::span(body))));
+        try {
+            // The object would convert text to UTF-8; bytes go as they are.
+            return request.send(com::Variant::ofBytes(std::as_bytes(std::span(body))));
+        } catch (const Error& error) {
+            if (isBeforeSending(error.number())) throw NotReached(error);
+            throw;
+        }
     }
 
     HttpReply get(Text url, const Validators& known) override {
