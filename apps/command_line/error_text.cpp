@@ -8,7 +8,9 @@ namespace {
 constexpr Text lineBreak = u"\r\n";
 constexpr std::size_t longestLine = 1000;
 
-std::string linesOf(Text description) {
+}  // namespace
+
+std::string indented(Text description) {
     std::string lines;
     for (std::size_t end = 0; (end = description.find(lineBreak)) != Text::npos;) {
         lines += harmless(description.substr(0, end), longestLine) + "\r\n    ";
@@ -17,17 +19,15 @@ std::string linesOf(Text description) {
     return lines + harmless(description, longestLine);
 }
 
-}  // namespace
-
 std::string errorText(const Error& error) {
     const Text description = error.description();
     return "error " + std::to_string(error.number()) + " (" + excerpt(error.source()) +
-           "): " + (description.starts_with(u"Server: ") ? excerpt(description) : linesOf(description));
+           "): " + (description.starts_with(u"Server: ") ? excerpt(description) : indented(description));
 }
 
 std::string errorText(const Error& error, Text account) {
     const std::string text = errorText(error);
-    return account.empty() || account == error.description() ? text : text + "\n    " + linesOf(account);
+    return account.empty() || account == error.description() ? text : text + "\n    " + indented(account);
 }
 
 }  // namespace quill1xml::cli

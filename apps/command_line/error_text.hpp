@@ -15,4 +15,7 @@ std::string errorText(const Error& error);
 /// The same, and in indented lines below it what else is known of the failure, where that says more.
 std::string errorText(const Error& error, Text account);
 
+/// A text of the library in UTF-8, with its further lines indented.
+std::string indented(Text description);
+
 }  // namespace quill1xml::cli

@@ -1,128 +1,67 @@
 #include "command_line/job.hpp"
 
-#include "automation/classes.hpp"
 #include "command_line/error_text.hpp"
 #include "command_line/harmless_text.hpp"
 #include "command_line/job_line.hpp"
-#include "command_line/json_arguments.hpp"
-#include "command_line/json_values.hpp"
-#include "command_line/losses.hpp"
-#include "command_line/packet_folders.hpp"
-#include "command_line/progress.hpp"
+#include "command_line/player.hpp"
 #include "quill1xml/error.hpp"
-#include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 
 #include <ios>
 #include <new>
-#include <set>
-#include <string>
 
 namespace quill1xml::cli {
 namespace {
 
-using automation::Member;
 using nlohmann::json;
 
-/// What is being done, for the message of an error.
-struct Place {
-    std::size_t line = 0;
-    std::string method;
-};
+bool nextLine(std::istream& in, std::string& line, Place& place) {
+    place = {place.line + 1};
+    return !std::getline(in, line).fail();
+}
 
-class Job {
-public:
-    Job(const ports::Environment& environment, const Streams& streams, const JobOptions& options)
-        : folders_(environment.files, streams.err),
-          store_(environment),
-          losses_(store_, streams.err, options.verbose),
-          streams_(streams),
-          progress_(streams.err, streams.terminal) {
-        store_.SetStrict({options.strict});
-        store_.onPacketUploaded([this](Text name, Long number) {
-            sent_.emplace(name);
-            progress_.packet(name, number);
-        });
+/// Begins to use the journal; false, with what to do, when it keeps a job that is not over.
+bool useJournal(Player& player, ports::Files& files, const Streams& streams, const JobOptions& options) {
+    const std::u16string file = toUtf16(options.journal);
+    player.useJournal(file);
+    const auto job = player.store().unfinishedJob();
+    // Create ends the deletion of what was sent.
+    if (!job || job->deletes) return true;
+    streams.err << (options.discard ? "warning: gives up the job" : "the job") << " in " << excerpt(job->folder)
+                << (options.discard ? ", of which " : " is not finished: ") << job->accepted.size() << " of "
+                << job->packets << " packets were accepted" << std::endl;
+    if (!options.discard) {
+        streams.err << "\"quill1xml resume " << excerpt(job->folder) << " --journal " << excerpt(options.journal)
+                    << "\" sends what is left of it; --discard gives it up" << std::endl;
+        return false;
     }
+    files.remove(file);
+    player.useJournal(file);
+    return true;
+}
 
-    int play() {
-        Place place;
-        try {
-            // A read that fails would otherwise look like the end of the job.
-            streams_.in.exceptions(std::ios::badbit);
-            for (std::string line; nextLine(line, place);) {
-                if (!isBlankLine(line)) playLine(line, place);
-            }
-            losses_.atEnd(sent_);
-            return 0;
-        } catch (const Error& error) {
-            report(place, error);
-        } catch (const std::ios::failure&) {
-            report(place, runtimeError(RuntimeError::deviceIo, u"the job cannot be read on"));
-        } catch (const std::bad_alloc&) {
-            report(place, runtimeError(RuntimeError::outOfMemory));
-        }
-        return 1;
-    }
-
-private:
-    bool nextLine(std::string& line, Place& place) {
-        place = {place.line + 1, {}};
-        return !std::getline(streams_.in, line).fail();
-    }
-
-    void playLine(const std::string& line, Place& place) {
+void playLines(Player& player, std::istream& in, Place& place) {
+    // A read that fails would otherwise look like the end of the job.
+    in.exceptions(std::ios::badbit);
+    for (std::string line; nextLine(in, line, place);) {
+        if (isBlankLine(line)) continue;
         const json call = parseJobLine(line);
         place.method = call.begin().key();
-        const Member& member = calledMethod(call);
-        automation::Arguments arguments(member);
-        fillArguments(arguments, member, *call.begin());
-        // What is added may go to a packet file that was sent.
-        if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
-        folders_.prepare(member, *call.begin(), sent_);
-        if (sendsPackets(member, *call.begin())) prepareSending();
-        losses_.before(member, place.line);
-        const automation::Value result = member.invoke(&store_, arguments.data());
-        losses_.after();
-        folders_.follow(member, *call.begin());
-        progress_.finish();
-        if (member.result != automation::ResultType::nothing) {
-            streams_.out << nlohmann::ordered_json{{place.method, toJson(result)}}.dump() << std::endl;
-        }
+        player.call(calledMethod(call), *call.begin(), place);
     }
-
-    /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
-    void prepareSending() {
-        losses_.beforeSending();
-        const PendingPackets pending = store_.pendingPackets();
-        progress_.start(pending.toSend.size());
-        for (const std::u16string& name : pending.toDeleteUnsent) {
-            if (sent_.contains(name)) continue;
-            streams_.err << "warning: Send will delete " << excerpt(name)
-                         << " unsent: its number follows a gap, or Send does not know its kind (use SendTempFile)"
-                         << std::endl;
-        }
-    }
-
-    void report(const Place& place, const Error& error) {
-        progress_.finish();
-        streams_.err << "line " << place.line << ": ";
-        if (!place.method.empty()) streams_.err << excerpt(place.method) << ": ";
-        streams_.err << errorText(error, store_.LastFailure()) << std::endl;
-    }
-
-    PacketFolders folders_;  ///< held until the store is gone
-    Store store_;
-    Losses losses_;
-    const Streams& streams_;
-    Progress progress_;
-    std::set<std::u16string> sent_;  ///< packet files, since the last record
-};
+    player.end();
+}
 
 }  // namespace
 
 int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options) {
-    return Job(environment, streams, options).play();
+    Player player(environment, streams, options);
+    Place place;
+    return player.reporting(place, [&] {
+        if (!options.journal.empty() && !useJournal(player, *environment.files, streams, options)) return 1;
+        playLines(player, streams.in, place);
+        return 0;
+    });
 }
 
 }  // namespace quill1xml::cli

@@ -9,8 +9,12 @@
 
 #include "quill1xml/ports.hpp"
 
+#include <chrono>
+#include <functional>
 #include <istream>
 #include <ostream>
+#include <string>
+#include <thread>
 
 namespace quill1xml::cli {
 
@@ -24,6 +28,13 @@ struct Streams {
 struct JobOptions {
     bool strict = false;   ///< a value left out is an error
     bool verbose = false;  ///< every value left out is told, not only the first ones
+
+    std::string journal{};  ///< the file that keeps what became of each packet; empty for none
+    bool discard = false;   ///< a job that the journal keeps is given up
+    int retries = 0;        ///< of a sending whose transport fails, after 1, 2, 4 ... s; wants a journal
+
+    /// Waits between two tries.
+    std::function<void(std::chrono::seconds)> wait = [](auto time) { std::this_thread::sleep_for(time); };
 };
 
 /// Plays the job to its end or to its first error; messages that cannot be written do not end it. Returns the exit

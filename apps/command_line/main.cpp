@@ -4,6 +4,7 @@
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
 #include "command_line/password.hpp"
+#include "command_line/resume.hpp"
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
 #include "quill1xml/schema.hpp"
@@ -30,6 +31,22 @@ constexpr int usageError = 2;
 /// What the command that was given does; returns the exit status.
 using Action = std::function<int()>;
 
+/// Options of what can go on after a failure.
+CLI::Option* addJournal(CLI::App& command, cli::JobOptions& options) {
+    CLI::Option* journal =
+        command
+            .add_option("--journal", options.journal,
+                        "Note in this file what becomes of each packet, so that resume can go on after a failure")
+            ->type_name("FILE");
+    command
+        .add_option("--retry", options.retries,
+                    "Try again so many times, after 1, 2, 4 ... s, when the transport of a sending fails")
+        ->check(CLI::Range(0, 100))
+        ->needs(journal)
+        ->type_name("N");
+    return journal;
+}
+
 void addRun(CLI::App& app, Action& action) {
     const auto file = std::make_shared<std::string>("-");
     const auto options = std::make_shared<cli::JobOptions>();
@@ -37,6 +54,8 @@ void addRun(CLI::App& app, Action& action) {
     run->add_option("file", *file, "The job; - for standard input")->capture_default_str();
     run->add_flag("--strict", options->strict, "End at a value that would be left out, before its record is written");
     run->add_flag("--verbose", options->verbose, "Tell every value that is left out and every packet file not sent");
+    run->add_flag("--discard", options->discard, "Give up the job that the journal keeps, and start anew");
+    addJournal(*run, *options);
     run->callback([file, options, &action] {
         action = [file, options] {
             std::ifstream opened;
@@ -50,6 +69,29 @@ void addRun(CLI::App& app, Action& action) {
             if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
             return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()},
                                 *options);
+        };
+    });
+}
+
+/// Folders are named to the library without a separator at their end.
+std::string withoutSeparator(std::string folder) {
+    while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
+    return folder;
+}
+
+void addResume(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<cli::JobOptions>();
+    const auto given = std::make_shared<cli::ResumeOptions>();
+    CLI::App* resume = app.add_subcommand("resume", "Send what is left of a job that was interrupted");
+    resume->add_option("dir", given->folder, "The folder of the packet files")->required()->type_name("");
+    resume->add_option("--schema", given->schema, "A schema in place of the job's")->type_name("FILE");
+    resume->add_option("--url", given->url, "Where to post to, in place of the envelope's URL")->type_name("URL");
+    addJournal(*resume, *options)->required();
+    resume->callback([options, given, &action] {
+        action = [options, given] {
+            given->folder = withoutSeparator(given->folder);
+            return cli::resumeJob(ports::systemEnvironment(),
+                                  {std::cin, std::cout, std::cerr, cli::errorOutputIsTerminal()}, *options, *given);
         };
     });
 }
@@ -69,12 +111,6 @@ void addUser(CLI::App& command, Options& options, std::string& passwordFile) {
                     "The file with the password on its first line; without one the environment variable "
                     "QUILL1XML_PASSWORD holds it, or the terminal asks for it")
         ->type_name("FILE");
-}
-
-/// Folders are named to the library without a separator at their end.
-std::string withoutSeparator(std::string folder) {
-    while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
-    return folder;
 }
 
 struct FetchCommand {
@@ -192,7 +228,7 @@ int runCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(automation::limitsText());
     Action action;
-    for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
+    for (const auto add : {addRun, addResume, addFetch, addSendImages, addSchema, addReference}) add(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -47,8 +47,14 @@ bool sendsPackets(const Member& method, const json& values) {
 }
 
 void PacketFolders::prepare(const Member& method, const json& values, const std::set<std::u16string>& sent) {
-    if (!taken_ && touchesPackets(method, values)) hold();
+    if (method.name == "UseJournal" || method.name == "Resume") leaveToStore();
+    if (!taken_ && !left_ && touchesPackets(method, values)) hold();
     if (method.name == "Create") warnOfLoss(sent);
+}
+
+void PacketFolders::leaveToStore() {
+    left_ = true;
+    holds_.clear();
 }
 
 void PacketFolders::hold() {
@@ -65,8 +71,8 @@ void PacketFolders::hold() {
     } catch (const Error& error) {
         if (error.number() == static_cast<int>(RuntimeError::pathNotFound)) return;
         if (error.number() != static_cast<int>(RuntimeError::pathFileAccess)) throw;
-        err_ << "warning: " << excerpt(folder_) << " cannot be held against other jobs (" << excerpt(error.description())
-             << "): let no other job use it meanwhile" << std::endl;
+        err_ << "warning: " << excerpt(folder_) << " cannot be held against other jobs ("
+             << excerpt(error.description()) << "): let no other job use it meanwhile" << std::endl;
         holds_.emplace(std::move(place), nullptr);
         taken_ = true;
     }
@@ -81,7 +87,7 @@ void PacketFolders::warnOfLoss(const std::set<std::u16string>& sent) const {
 }
 
 void PacketFolders::follow(const Member& method, const json& values) {
-    if (method.name != "SetTempFilePath") return;
+    if (method.name != "SetTempFilePath" && method.name != "Resume") return;
     std::u16string given = toUtf16(values.value("strTempFilePath", std::string()));
     // As the store takes it: blanks belong to a name that ends in a separator, and only to that.
     const bool whole = given.ends_with(u'\\') || given.ends_with(u'/');

@@ -23,9 +23,12 @@ public:
     /// Warnings go to the stream.
     PacketFolders(std::shared_ptr<ports::Files> files, std::ostream& err) : files_(std::move(files)), err_(err) {}
 
-    /// Before a call. Throws as Files::hold does, before anything is touched; warns of a folder that cannot be held, and
-    /// of packet files not among the sent ones that a Create will delete.
+    /// Before a call. Throws as Files::hold does, before anything is touched; warns of a folder that cannot be held,
+    /// and of packet files not among the sent ones that a Create will delete.
     void prepare(const automation::Member& method, const nlohmann::json& values, const std::set<std::u16string>& sent);
+
+    /// From now on the store holds its folder itself, as it does with a journal.
+    void leaveToStore();
 
     /// After a call that went well.
     void follow(const automation::Member& method, const nlohmann::json& values);
@@ -36,8 +39,9 @@ private:
 
     std::shared_ptr<ports::Files> files_;
     std::ostream& err_;
-    std::u16string folder_ = u"C:";  ///< the store's own where none is set
-    bool taken_ = false;             ///< the folder is held, or cannot be
+    std::u16string folder_ = u"C:";                                              ///< the store's own where none is set
+    bool taken_ = false;                                                         ///< the folder is held, or cannot be
+    bool left_ = false;                                                          ///< to the store
     std::map<std::filesystem::path, std::unique_ptr<ports::FolderHold>> holds_;  ///< null where it cannot be held
 };
 

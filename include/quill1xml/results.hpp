@@ -27,9 +27,9 @@ struct PendingPackets {
 struct UnfinishedJob {
     std::u16string folder{};
     Long storeId = 0;
-    std::size_t packets = 0;   ///< that the journal knows
-    std::size_t accepted = 0;  ///< of them
-    bool deletes = false;      ///< all were sent, and not all packet files are deleted
+    std::size_t packets = 0;                 ///< that the journal knows
+    std::vector<std::u16string> accepted{};  ///< of them, by file name without folder
+    bool deletes = false;                    ///< all were sent, and not all packet files are deleted
 };
 
 /// A value that a call gave and that did not meet the condition of its attribute, so that the record went without it.

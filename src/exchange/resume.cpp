@@ -31,8 +31,7 @@ std::optional<std::pair<Text, Integer>> numbered(Text name) {
 std::u16string accountOfMissing(const Journal& journal, const std::u16string& name) {
     std::u16string text = name + u" is missing in " + journal.folder();
     const auto known = journal.packets().find(name);
-    const bool accepted =
-        known != journal.packets().end() && known->second.state == Journal::Packet::State::accepted;
+    const bool accepted = known != journal.packets().end() && known->second.state == Journal::Packet::State::accepted;
     if (accepted) {
         text.append(u"; it was accepted as import ");
         appendInteger(text, known->second.importNumber);

@@ -112,8 +112,7 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
         const SchemaSource::Sending sending(state.schema);
         state.packetUnderWay.clear();
         if (state.journal) {
-            beginSending(state, exchange::packetsOf(state, arguments.strTempFile),
-                         u"Quill1XML.Store.SendTempFile()");
+            beginSending(state, exchange::packetsOf(state, arguments.strTempFile), u"Quill1XML.Store.SendTempFile()");
         }
         Integer packet = 1;
         for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty();
@@ -145,10 +144,9 @@ std::u16string perform(State& state, const arguments::Send& arguments) {
         } else if (arguments.strSource == u"File") {
             // A document of the host's own is not archived.
             OwnDocument note;
-            appendInteger(state.uploadResult,
-                          sendFile(
-                              state, arguments.strDestinationURL, {},
-                              [&] { loadFile(state, arguments.strWebStoreSource); }, note));
+            appendInteger(state.uploadResult, sendFile(
+                                                  state, arguments.strDestinationURL, {},
+                                                  [&] { loadFile(state, arguments.strWebStoreSource); }, note));
         }
     });
     return state.uploadResult;

@@ -3,8 +3,6 @@
 #include "quill1xml/error.hpp"
 #include "text/numbers.hpp"
 
-#include <algorithm>
-
 namespace quill1xml::store {
 namespace {
 
@@ -30,12 +28,14 @@ void holdFolder(State& state) {
 std::optional<UnfinishedJob> unfinishedJob(const State& state) {
     if (!state.journal || !state.journal->begun()) return std::nullopt;
     const Journal& journal = *state.journal;
-    const auto isAccepted = [](const auto& entry) { return entry.second.state == Journal::Packet::State::accepted; };
-    return UnfinishedJob{.folder = journal.folder(),
-                         .storeId = journal.storeId(),
-                         .packets = journal.packets().size(),
-                         .accepted = static_cast<std::size_t>(std::ranges::count_if(journal.packets(), isAccepted)),
-                         .deletes = journal.deletes()};
+    UnfinishedJob job{.folder = journal.folder(),
+                      .storeId = journal.storeId(),
+                      .packets = journal.packets().size(),
+                      .deletes = journal.deletes()};
+    for (const auto& [name, packet] : journal.packets()) {
+        if (packet.state == Journal::Packet::State::accepted) job.accepted.push_back(name);
+    }
+    return job;
 }
 
 void refuseUnfinished(State& state, Text source) {
@@ -55,8 +55,8 @@ void beginSending(State& state, std::span<const std::u16string> packetFiles, Tex
     if (!journal.begun()) {
         journal.begin(state.hold->folder(), state.storeId, state.schemaSource);
     } else if (!isHere(state) || journal.storeId() != state.storeId) {
-        std::u16string text = u"The journal " + journal.fileName() + u" is of the job in " + journal.folder() +
-                              u" for store ";
+        std::u16string text =
+            u"The journal " + journal.fileName() + u" is of the job in " + journal.folder() + u" for store ";
         appendInteger(text, journal.storeId());
         throw Error(applicationError, source, text.append(u": use another file for this one."));
     }

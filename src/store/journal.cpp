@@ -185,9 +185,7 @@ void Journal::expect(std::span<const std::u16string> packetFiles) {
     for (const std::u16string& name : packetFiles) packets_.try_emplace(name);
 }
 
-void Journal::posting(Text packetFile, std::uint64_t digest) {
-    note({u"posting", packetFile, hexadecimal(digest)});
-}
+void Journal::posting(Text packetFile, std::uint64_t digest) { note({u"posting", packetFile, hexadecimal(digest)}); }
 
 void Journal::accepted(Text packetFile, std::uint64_t digest, Long importNumber) {
     note({u"accepted", packetFile, hexadecimal(digest), number(importNumber)});
