@@ -28,6 +28,8 @@ std::vector<std::u16string> Store::openRecords() const {
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
+UnderWay Store::underWay() const { return {state_->packetUnderWay, state_->answer.status != 0}; }
+
 std::vector<Problem> Store::check() const { return exchange::check(*state_); }
 
 #define METHOD(dispid, Result, Name, summary) \
