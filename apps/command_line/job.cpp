@@ -1,6 +1,7 @@
 #include "command_line/job.hpp"
 
 #include "automation/classes.hpp"
+#include "command_line/archive_folder.hpp"
 #include "command_line/error_text.hpp"
 #include "command_line/harmless_text.hpp"
 #include "command_line/json_arguments.hpp"
@@ -8,7 +9,6 @@
 #include "command_line/losses.hpp"
 #include "command_line/nearest.hpp"
 #include "command_line/packet_folders.hpp"
-#include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
@@ -70,15 +70,17 @@ struct Place {
 
 class Job {
 public:
-    Job(const ports::Environment& environment, const Streams& streams, const JobOptions& options)
-        : folders_(environment.files, streams.err),
-          store_(environment),
+    Job(Exchanges& exchanges, const Streams& streams, const JobOptions& options)
+        : exchanges_(exchanges),
+          folders_(exchanges.environment().files, streams.err),
+          store_(exchanges.environment()),
           losses_(store_, streams.err, options.verbose),
           streams_(streams),
-          progress_(streams.err, streams.terminal) {
+          progress_(exchanges.progress()) {
         store_.SetStrict({options.strict});
         store_.onPacketUploaded([this](Text name, Long number) {
             sent_.emplace(name);
+            exchanges_.accepted(number);
             progress_.packet(name, number);
         });
     }
@@ -124,8 +126,10 @@ private:
         if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
         folders_.prepare(member, *call.begin(), sent_);
         if (sendsPackets(member, *call.begin())) prepareSending();
+        requireArchive(archiveFolder(member, *call.begin()));
         losses_.before(member, place.line);
-        const automation::Value result = member.invoke(&store_, arguments.data());
+        automation::Value result;
+        exchanges_.during(store_, member.name, [&] { result = member.invoke(&store_, arguments.data()); });
         losses_.after();
         folders_.follow(member, *call.begin());
         progress_.finish();
@@ -154,18 +158,19 @@ private:
         streams_.err << errorText(error, store_.LastFailure()) << std::endl;
     }
 
+    Exchanges& exchanges_;
     PacketFolders folders_;  ///< held until the store is gone
     Store store_;
     Losses losses_;
     const Streams& streams_;
-    Progress progress_;
+    Progress& progress_;
     std::set<std::u16string> sent_;  ///< packet files, since the last record
 };
 
 }  // namespace
 
-int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options) {
-    return Job(environment, streams, options).play();
+int playJob(Exchanges& exchanges, const Streams& streams, const JobOptions& options) {
+    return Job(exchanges, streams, options).play();
 }
 
 }  // namespace quill1xml::cli
