@@ -14,7 +14,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::istringstream in{std::string(fuzz::textOf(data, size))};
     std::ostringstream out;
     std::ostringstream err;
-    const int status = cli::playJob(world.environment(), {in, out, err, size % 2 == 0});
+    cli::Progress progress(err, size % 2 == 0);
+    cli::Exchanges exchanges(world.environment(), progress, {.verbose = size % 3 == 0});
+    const int status = cli::playJob(exchanges, {in, out, err});
     if (status != 0 && err.str().find("error ") == std::string::npos) fuzz::find("an error without a word");
     world.inspect();
     return 0;

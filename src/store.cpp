@@ -31,6 +31,8 @@ std::optional<UnfinishedJob> Store::unfinishedJob() const { return store::unfini
 
 PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*state_); }
 
+UnderWay Store::underWay() const { return {state_->packetUnderWay, state_->answer.status != 0}; }
+
 std::vector<Problem> Store::check() const { return exchange::check(*state_); }
 
 #define METHOD(dispid, Result, Name, summary) \

@@ -1,5 +1,6 @@
 #include "command_line/fetch.hpp"
 
+#include "command_line/archive_folder.hpp"
 #include "command_line/error_text.hpp"
 #include "command_line/json_values.hpp"
 #include "quill1xml/error.hpp"
@@ -89,11 +90,14 @@ std::span<const Download> downloads() {
     return all;
 }
 
-int fetch(const ports::Environment& environment, const Download& download, const FetchOptions& options,
-          std::ostream& out, std::ostream& err) {
-    Store store(environment);
+int fetch(Exchanges& exchanges, const Download& download, const FetchOptions& options, std::ostream& out,
+          std::ostream& err) {
+    Store store(exchanges.environment());
     try {
-        out << written(receive(store, download, options), download, options);
+        requireArchive(toUtf16(options.archive));
+        automation::Value received;
+        exchanges.during(store, download.method, [&] { received = receive(store, download, options); });
+        out << written(received, download, options);
         return 0;
     } catch (const Error& error) {
         err << "fetch: " << errorText(error, store.LastFailure()) << std::endl;

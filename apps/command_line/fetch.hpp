@@ -1,8 +1,8 @@
 // Fetching what shoppers did, as JSON, XML or a table.
 #pragma once
 
+#include "command_line/exchanges.hpp"
 #include "command_line/record_table.hpp"
-#include "quill1xml/ports.hpp"
 
 #include <cstddef>
 #include <ostream>
@@ -39,7 +39,7 @@ struct FetchOptions {
 
 /// Writes what was fetched to out, or the error to err and then nothing to out. Returns the exit status: 0, or 1 after
 /// an error.
-int fetch(const ports::Environment& environment, const Download& download, const FetchOptions& options,
-          std::ostream& out, std::ostream& err);
+int fetch(Exchanges& exchanges, const Download& download, const FetchOptions& options, std::ostream& out,
+          std::ostream& err);
 
 }  // namespace quill1xml::cli

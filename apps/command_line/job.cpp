@@ -54,11 +54,11 @@ void playLines(Player& player, std::istream& in, Place& place) {
 
 }  // namespace
 
-int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options) {
-    Player player(environment, streams, options);
+int playJob(Exchanges& exchanges, const Streams& streams, const JobOptions& options) {
+    Player player(exchanges, streams, options);
     Place place;
     return player.reporting(place, [&] {
-        if (!options.journal.empty() && !useJournal(player, *environment.files, streams, options)) return 1;
+        if (!options.journal.empty() && !useJournal(player, *exchanges.environment().files, streams, options)) return 1;
         playLines(player, streams.in, place);
         return 0;
     });

@@ -7,7 +7,7 @@
 //     {"Send":{}}
 #pragma once
 
-#include "quill1xml/ports.hpp"
+#include "command_line/exchanges.hpp"
 
 #include <chrono>
 #include <functional>
@@ -21,8 +21,7 @@ namespace quill1xml::cli {
 struct Streams {
     std::istream& in;
     std::ostream& out;  ///< results, one JSON object a line
-    std::ostream& err;  ///< progress, warnings and the error that ends the job
-    bool terminal;      ///< err is a terminal
+    std::ostream& err;  ///< warnings and the error that ends the job; the progress goes there too
 };
 
 struct JobOptions {
@@ -39,6 +38,6 @@ struct JobOptions {
 
 /// Plays the job to its end or to its first error; messages that cannot be written do not end it. Returns the exit
 /// status: 0, or 1 after an error.
-int playJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options = {});
+int playJob(Exchanges& exchanges, const Streams& streams, const JobOptions& options = {});
 
 }  // namespace quill1xml::cli

@@ -1,6 +1,7 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
+#include "command_line/exchange_options.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
 #include "command_line/password.hpp"
@@ -53,11 +54,14 @@ void addRun(CLI::App& app, Action& action) {
     CLI::App* run = app.add_subcommand("run", "Play a job of JSON lines through one Store");
     run->add_option("file", *file, "The job; - for standard input")->capture_default_str();
     run->add_flag("--strict", options->strict, "End at a value that would be left out, before its record is written");
-    run->add_flag("--verbose", options->verbose, "Tell every value that is left out and every packet file not sent");
     run->add_flag("--discard", options->discard, "Give up the job that the journal keeps, and start anew");
     addJournal(*run, *options);
-    run->callback([file, options, &action] {
-        action = [file, options] {
+    const auto exchange = std::make_shared<cli::ExchangeOptions>();
+    cli::addExchange(*run, *exchange);
+    run->get_option("--verbose")
+        ->description("Tell each exchange, every value left out and every packet file not sent");
+    run->callback([file, options, exchange, &action] {
+        action = [file, options, exchange] {
             std::ifstream opened;
             if (*file != "-") {
                 opened.open(*file);
@@ -67,8 +71,10 @@ void addRun(CLI::App& app, Action& action) {
             // A folder can be opened, but not read.
             in.peek();
             if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
-            return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()},
-                                *options);
+            options->verbose = exchange->report.verbose;
+            return cli::withExchanges(*exchange, [&](cli::Exchanges& exchanges) {
+                return cli::playJob(exchanges, {in, std::cout, std::cerr}, *options);
+            });
         };
     });
 }
@@ -87,11 +93,15 @@ void addResume(CLI::App& app, Action& action) {
     resume->add_option("--schema", given->schema, "A schema in place of the job's")->type_name("FILE");
     resume->add_option("--url", given->url, "Where to post to, in place of the envelope's URL")->type_name("URL");
     addJournal(*resume, *options)->required();
-    resume->callback([options, given, &action] {
-        action = [options, given] {
+    const auto exchange = std::make_shared<cli::ExchangeOptions>();
+    cli::addExchange(*resume, *exchange);
+    resume->callback([options, given, exchange, &action] {
+        action = [options, given, exchange] {
             given->folder = withoutSeparator(given->folder);
-            return cli::resumeJob(ports::systemEnvironment(),
-                                  {std::cin, std::cout, std::cerr, cli::errorOutputIsTerminal()}, *options, *given);
+            options->verbose = exchange->report.verbose;
+            return cli::withExchanges(*exchange, [&](cli::Exchanges& exchanges) {
+                return cli::resumeJob(exchanges, {std::cin, std::cout, std::cerr}, *options, *given);
+            });
         };
     });
 }
@@ -115,6 +125,7 @@ void addUser(CLI::App& command, Options& options, std::string& passwordFile) {
 
 struct FetchCommand {
     cli::FetchOptions options;
+    cli::ExchangeOptions exchange;
     std::string passwordFile;
     std::string format;
 };
@@ -140,6 +151,7 @@ void addFetch(CLI::App& app, Action& action) {
         kind->add_option("--archive", options.archive, "Keep the reply as a file in this folder")
             ->check(CLI::ExistingDirectory)
             ->type_name("DIR");
+        cli::addExchange(*kind, command->exchange);
         command->format = cli::outputIsTerminal() ? "table" : "json";
         kind->add_option("--format", command->format, "By default a table on a terminal, else json")
             ->check(CLI::IsMember({"json", "xml", "table"}));
@@ -150,7 +162,9 @@ void addFetch(CLI::App& app, Action& action) {
                 given.archive = withoutSeparator(given.archive);
                 if (!download.byCustomer) given.password = cli::readPassword(command->passwordFile, given.user);
                 if (cli::outputIsTerminal()) given.width = cli::terminalWidth();
-                return cli::fetch(ports::systemEnvironment(), download, given, std::cout, std::cerr);
+                return cli::withExchanges(command->exchange, [&](cli::Exchanges& exchanges) {
+                    return cli::fetch(exchanges, download, given, std::cout, std::cerr);
+                });
             };
         });
     }
@@ -158,6 +172,7 @@ void addFetch(CLI::App& app, Action& action) {
 
 struct ImageCommand {
     cli::ImageOptions options;
+    cli::ExchangeOptions exchange;
     std::string passwordFile;
 };
 
@@ -180,12 +195,15 @@ void addSendImages(CLI::App& app, Action& action) {
         ->type_name("NAME");
     send->add_flag("--thumbnail", options.thumbnail, "Let the store make thumbnails");
     send->add_flag("--delete", options.remove, "Delete the images of these names from the store");
+    cli::addExchange(*send, command->exchange);
     send->callback([command, &action] {
         action = [command] {
             cli::ImageOptions& given = command->options;
             given.folder = withoutSeparator(given.folder);
             given.password = cli::readPassword(command->passwordFile, given.user);
-            return cli::sendImages(ports::systemEnvironment(), given, std::cout, std::cerr);
+            return cli::withExchanges(command->exchange, [&](cli::Exchanges& exchanges) {
+                return cli::sendImages(exchanges, given, std::cout, std::cerr);
+            });
         };
     });
 }

@@ -1,10 +1,10 @@
 #include "command_line/player.hpp"
 
+#include "command_line/archive_folder.hpp"
 #include "command_line/error_text.hpp"
 #include "command_line/harmless_text.hpp"
 #include "command_line/json_arguments.hpp"
 #include "command_line/json_values.hpp"
-#include "command_line/transport_watch.hpp"
 #include "quill1xml/error.hpp"
 
 #include <algorithm>
@@ -31,16 +31,18 @@ bool sends(const Member& method) { return method.name == "Send" || method.name =
 
 }  // namespace
 
-Player::Player(const ports::Environment& environment, const Streams& streams, const JobOptions& options)
-    : folders_(environment.files, streams.err),
-      store_(options.retries == 0 ? environment : watched(environment, transportFailed_)),
+Player::Player(Exchanges& exchanges, const Streams& streams, const JobOptions& options)
+    : exchanges_(exchanges),
+      folders_(exchanges.environment().files, streams.err),
+      store_(exchanges.environment()),
       losses_(store_, streams.err, options.verbose),
       streams_(streams),
       options_(options),
-      progress_(streams.err, streams.terminal) {
+      progress_(exchanges.progress()) {
     store_.SetStrict({options.strict});
     store_.onPacketUploaded([this](Text name, Long number) {
         sent_.emplace(name);
+        exchanges_.accepted(number);
         progress_.packet(name, number);
     });
 }
@@ -53,6 +55,7 @@ void Player::call(const Member& member, const json& values, Place& place) {
     if (member.name.starts_with("Add") || member.name.starts_with("Lock")) sent_.clear();
     folders_.prepare(member, values, sent_);
     if (sendsPackets(member, values)) prepareSending();
+    requireArchive(archiveFolder(member, values));
     losses_.before(member, place.line);
     const automation::Value result = invoke(member, arguments.data(), place);
     losses_.after();
@@ -70,10 +73,11 @@ void Player::call(const Member& member, const json& values, Place& place) {
 automation::Value Player::invoke(const Member& member, const void* arguments, const Place& place) {
     for (int tries = 0;; ++tries) {
         try {
-            transportFailed_ = false;
-            return member.invoke(&store_, arguments);
+            automation::Value result;
+            exchanges_.during(store_, member.name, [&] { result = member.invoke(&store_, arguments); });
+            return result;
         } catch (const Error& error) {
-            if (!sends(member) || !transportFailed_ || tries >= options_.retries) throw;
+            if (!sends(member) || !exchanges_.transportFailed() || tries >= options_.retries) throw;
             progress_.finish();
             const std::chrono::seconds pause(1LL << std::min(tries, longestPause));
             streams_.err << "warning: " << prefix(place) << excerpt(error.description()) << "; trying again in "

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "automation/classes.hpp"
+#include "command_line/exchanges.hpp"
 #include "command_line/job.hpp"
 #include "command_line/losses.hpp"
 #include "command_line/packet_folders.hpp"
-#include "command_line/progress.hpp"
 #include "quill1xml/store.hpp"
 
 #include <nlohmann/json.hpp>
@@ -24,8 +24,8 @@ struct Place {
 
 class Player {
 public:
-    /// The streams must outlive it.
-    Player(const ports::Environment& environment, const Streams& streams, const JobOptions& options);
+    /// The exchanges and the streams must outlive it.
+    Player(Exchanges& exchanges, const Streams& streams, const JobOptions& options);
 
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -58,13 +58,13 @@ private:
     /// Tries again where the transport of a sending failed, as often as that was asked for.
     automation::Value invoke(const automation::Member& member, const void* arguments, const Place& place);
 
+    Exchanges& exchanges_;
     PacketFolders folders_;  ///< held until the store is gone
-    bool transportFailed_ = false;
     Store store_;
     Losses losses_;
     const Streams& streams_;
     const JobOptions options_;
-    Progress progress_;
+    Progress& progress_;
     std::set<std::u16string> sent_;
 };
 

@@ -84,11 +84,10 @@ private:
 
 }  // namespace
 
-int resumeJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options,
-              const ResumeOptions& resume) {
-    Player player(environment, streams, options);
+int resumeJob(Exchanges& exchanges, const Streams& streams, const JobOptions& options, const ResumeOptions& resume) {
+    Player player(exchanges, streams, options);
     Resumption resumption(player, streams, options, resume);
-    return player.reporting(resumption.place, [&] { return resumption.run(*environment.files); });
+    return player.reporting(resumption.place, [&] { return resumption.run(*exchanges.environment().files); });
 }
 
 }  // namespace quill1xml::cli

@@ -15,7 +15,6 @@ struct ResumeOptions {
 
 /// Sends everything that is left in the folder, what SendTempFile is for first, and prints the result as playJob does.
 /// The options name the journal. Returns the exit status: 0, or 1 after an error.
-int resumeJob(const ports::Environment& environment, const Streams& streams, const JobOptions& options,
-              const ResumeOptions& resume);
+int resumeJob(Exchanges& exchanges, const Streams& streams, const JobOptions& options, const ResumeOptions& resume);
 
 }  // namespace quill1xml::cli

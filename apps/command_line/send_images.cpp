@@ -12,24 +12,25 @@ std::string imageCount(std::size_t count) { return std::to_string(count) + (coun
 
 }  // namespace
 
-int sendImages(const ports::Environment& environment, const ImageOptions& options, std::ostream& out,
-               std::ostream& err) {
+int sendImages(Exchanges& exchanges, const ImageOptions& options, std::ostream& out, std::ostream& err) {
     const std::u16string folder = toUtf16(options.folder);
     const std::u16string spec = toUtf16(options.spec);
-    Store store(environment);
+    Store store(exchanges.environment());
     try {
-        const std::string count = imageCount(environment.files->list(folder + u"\\" + spec).size());
+        const std::string count = imageCount(exchanges.environment().files->list(folder + u"\\" + spec).size());
         // Shown before the sending, which may take long.
         out << count << (options.remove ? " to delete: " : " to send: ") << options.spec << std::endl;
-        store.SendImage({.lngStoreID = toUtf16(std::to_string(options.store)),
-                         .strUserName = toUtf16(options.user),
-                         .strPassword = toUtf16(options.password),
-                         .strPath = folder,
-                         .strFileSpec = spec,
-                         .intblnCreateThumbNail = static_cast<Integer>(options.thumbnail),
-                         .strDestinationURL = toUtf16(options.url),
-                         .strUploadFolder = toUtf16(options.uploadFolder),
-                         .blnDeleted = options.remove});
+        exchanges.during(store, "SendImage", [&] {
+            store.SendImage({.lngStoreID = toUtf16(std::to_string(options.store)),
+                             .strUserName = toUtf16(options.user),
+                             .strPassword = toUtf16(options.password),
+                             .strPath = folder,
+                             .strFileSpec = spec,
+                             .intblnCreateThumbNail = static_cast<Integer>(options.thumbnail),
+                             .strDestinationURL = toUtf16(options.url),
+                             .strUploadFolder = toUtf16(options.uploadFolder),
+                             .blnDeleted = options.remove});
+        });
         out << count << (options.remove ? " deleted from " : " sent to ") << options.uploadFolder << " of store "
             << options.store << std::endl;
         return 0;

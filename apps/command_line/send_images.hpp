@@ -1,7 +1,7 @@
 // Sending product images.
 #pragma once
 
-#include "quill1xml/ports.hpp"
+#include "command_line/exchanges.hpp"
 
 #include <ostream>
 #include <string>
@@ -23,7 +23,6 @@ struct ImageOptions {
 
 /// Writes how many files match, sends them and writes that they were sent to out, or the error to err. Returns the exit
 /// status: 0, or 1 after an error, which leaves what was sent before it in the store.
-int sendImages(const ports::Environment& environment, const ImageOptions& options, std::ostream& out,
-               std::ostream& err);
+int sendImages(Exchanges& exchanges, const ImageOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace quill1xml::cli

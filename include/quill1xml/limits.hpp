@@ -1,4 +1,5 @@
-// What systemEnvironment() gives up on, on Linux; on Windows the system's own HTTP client and parser have their limits.
+// What the library gives up on by itself, on Linux; on Windows the system's own HTTP client and parser have their
+// limits.
 #pragma once
 
 #include <chrono>
@@ -6,6 +7,7 @@
 
 namespace quill1xml::limits {
 
+inline constexpr std::chrono::seconds connect{30};   ///< until the connection to a server stands
 inline constexpr std::chrono::seconds silence{300};  ///< of an exchange, in both directions
 inline constexpr std::size_t replyMiB = 256;         ///< of all that comes in, headers and redirects too
 inline constexpr std::size_t headersMiB = 1;         ///< of the headers of an exchange

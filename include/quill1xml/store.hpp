@@ -8,6 +8,7 @@
 #include "quill1xml/problem.hpp"
 #include "quill1xml/results.hpp"
 #include "quill1xml/types.hpp"
+#include "quill1xml/under_way.hpp"
 
 #include <memory>
 #include <optional>
@@ -49,6 +50,9 @@ public:
 
     /// Looks at the packet files on disk. Throws when the folder cannot be read.
     PendingPackets pendingPackets() const;
+
+    /// What is being exchanged with a server, or was when a call failed.
+    UnderWay underWay() const;
 
     /// Looks for what is wrong with the packet files, as CheckPackets does. Changes and sends nothing. Throws when the
     /// folder cannot be read.

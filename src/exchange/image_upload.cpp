@@ -47,6 +47,7 @@ Long perform(State& state, const arguments::SendImage& arguments) {
             auto reply =
                 exchange::post(state, arguments.strDestinationURL, toUtf8(imageRequest(state, arguments, name)));
             exchange::readReceipt(*state.environment.xml, std::move(reply));
+            state.answer = {};  // what fails from here on is not the server's fault
         }
     });
     return toLong(arguments.lngStoreID);

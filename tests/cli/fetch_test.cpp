@@ -33,7 +33,9 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         const Download& download = *std::ranges::find(downloads(), kind, &Download::name);
-        const int status = fetch(fake_.environment(), download, options_, out, err);
+        Progress progress(err, false);
+        Exchanges exchanges(fake_.environment(), progress);
+        const int status = fetch(exchanges, download, options_, out, err);
         return {status, out.str(), err.str()};
     }
 
@@ -218,7 +220,9 @@ TEST_F(FetchTest, JobsPrintDocumentsAsText) {
     std::istringstream in(
         R"({"ReceiveOrders":{"lngStoreID":1,"strUserName":"u","strPassword":"p","strSourceURL":"s","strReturnType":"XMLDOMDocument"}})");
     std::ostringstream out;
-    EXPECT_EQ(playJob(fake_.environment(), {in, out, out, false}), 0);
+    Progress progress(out, false);
+    Exchanges exchanges(fake_.environment(), progress);
+    EXPECT_EQ(playJob(exchanges, {in, out, out}), 0);
     EXPECT_THAT(out.str(), StartsWith("{\"ReceiveOrders\":\"<Store><Order/></Store>"));
 }
 

@@ -21,7 +21,11 @@ protected:
         }
     }
 
-    int send() { return sendImages(fake_.environment(), options_, out_, err_); }
+    int send() {
+        Progress progress(err_, false);
+        Exchanges exchanges(fake_.environment(), progress);
+        return sendImages(exchanges, options_, out_, err_);
+    }
 
     void answer(int number) {
         fake_.http->reply("<Receipt><Error Number=\"" + std::to_string(number) +
@@ -69,10 +73,19 @@ TEST_F(SendImagesTest, EndsAtTheFirstErrorAndNeedsNoFiles) {
     EXPECT_EQ(err_.str(), "send-images: error 8 (Images): Server: Too large\n");
     EXPECT_EQ(fake_.http->requests.size(), 2U);
 
+    // What cannot be read is not the fault of the answer before it.
+    answer(0);
+    fake_.files->bytes.erase(u"pics\\b.jpg");
+    for (const char16_t* listed : {u"pics\\a.jpg", u"pics\\b.jpg"}) fake_.files->texts[listed];
+    err_.str({});
+    EXPECT_EQ(send(), 1);
+    EXPECT_EQ(err_.str(), "send-images: error 53 (Quill1XML): File not found: pics\\b.jpg\n");
+
+    fake_.files->texts.clear();
     options_.spec = "*.png";
     EXPECT_EQ(send(), 0);
     EXPECT_THAT(out_.str(), HasSubstr("0 images to send: *.png\n0 images sent to"));
-    EXPECT_EQ(fake_.http->requests.size(), 2U);
+    EXPECT_EQ(fake_.http->requests.size(), 3U);
 }
 
 }  // namespace

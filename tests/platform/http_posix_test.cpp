@@ -87,7 +87,15 @@ TEST(CurlHttp, RedirectsAreFewAndStayWithTheHost) {
 }
 
 TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
-    const HttpLimits limits{.silence = std::chrono::seconds(1), .replyBytes = 2000};
+    std::vector<std::string> waited;
+    const ports::HttpOptions limits{.connect = std::chrono::seconds(9),
+                                    .silence = std::chrono::seconds(1),
+                                    .replyBytes = 2000,
+                                    .waiting = [&](const ports::Waiting& w) {
+                                        waited.push_back(toUtf8(w.host) + " " + std::to_string(w.silent.count()) + "/" +
+                                                         std::to_string(w.limit.count()));
+                                        throw std::runtime_error("passed over");
+                                    }};
     const struct {
         LoopbackServer::Answer answer;
         const char16_t* expected;
@@ -109,6 +117,7 @@ TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
         EXPECT_THAT(error->what(), AllOf(HasSubstr("127.0.0.1"), Not(HasSubstr("secret")), Not(HasSubstr("hidden"))));
         EXPECT_NE(error->description().find(c.expected), std::u16string::npos) << error->what();
     }
+    EXPECT_THAT(waited, ::testing::ElementsAre("127.0.0.1 1/1"));
     LoopbackServer full(always(httpReply("200 OK", "", std::string(1900, 'x'))));
     EXPECT_EQ(CurlHttp(limits).post(u"http://" + full.address(), "text/xml", "<a/>").body.size(), 1900u);
     std::string trailers = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n";
@@ -203,7 +212,7 @@ private:
 
 TEST(CurlHttp, ManyPostsShakeHandsOnceAndOnlyWithWhomTheyTrust) {
     const TlsServer server;
-    const HttpLimits trusting{.authorities = server.authority()};
+    const ports::HttpOptions trusting{.authorities = server.authority()};
     CurlHttp http(trusting);
     for (int i = 0; i < 50; ++i) EXPECT_EQ(http.post(server.url("127.0.0.1"), "text/xml", "<b/>").body, "<a/>");
     EXPECT_EQ(server.connections.size(), 1u);

@@ -96,7 +96,9 @@ std::string outcomeOf(const Case& c) {
     std::ostringstream out;
     std::ostringstream err;
     std::ostringstream packets;
-    const int status = cli::playJob(fake.environment(), {in, out, err, false});
+    cli::Progress progress(err, false);
+    cli::Exchanges exchanges(fake.environment(), progress);
+    const int status = cli::playJob(exchanges, {in, out, err});
     for (const auto& [name, text] : fake.files->texts) {
         if (c.namesFiles()) {
             if (packets.tellp() > 0) packets << "\r\n";

@@ -4,11 +4,13 @@
 #include "quill1xml/text.hpp"
 #include "text/letter_case.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <new>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include <curl/curl.h>
@@ -53,20 +55,22 @@ std::optional<std::uint64_t> bytesAcknowledged(curl_socket_t socket) noexcept {
 struct Transfer {
     enum class End { normal, silent, tooLarge, longHeaders, unanswered, outOfMemory };
 
-    const HttpLimits& limits;
+    const ports::HttpOptions& options;
     CURL* handle;
     Delivery& delivery;
+    const std::u16string host;
     HttpReply reply{};
     std::size_t received = 0;  ///< of all replies, with their headers
     std::size_t headers = 0;   ///< the part of it that is headers and trailers
     curl_off_t moved = 0;
     Clock::time_point lastMove = Clock::now();
+    std::chrono::seconds told{0};  ///< of the silence, to the host
     End end = End::normal;
 };
 
 /// Counts what came; false when it is too much.
 bool admit(Transfer& transfer, std::size_t size) noexcept {
-    if (size > transfer.limits.replyBytes - transfer.received) transfer.end = Transfer::End::tooLarge;
+    if (size > transfer.options.replyBytes - transfer.received) transfer.end = Transfer::End::tooLarge;
     transfer.received += size;
     return transfer.end == Transfer::End::normal;
 }
@@ -89,6 +93,24 @@ std::size_t onBody(char* data, std::size_t, std::size_t size, void* context) noe
     return 0;
 }
 
+/// How long the server may be silent: until the connection stands, the shorter of two limits.
+std::chrono::seconds patience(const Transfer& transfer) noexcept {
+    const ports::HttpOptions& options = transfer.options;
+    curl_off_t connected = 0;
+    curl_easy_getinfo(transfer.handle, CURLINFO_PRETRANSFER_TIME_T, &connected);
+    return connected > 0 ? options.silence : std::min(options.silence, options.connect);
+}
+
+void tellSilence(Transfer& transfer, std::chrono::seconds silent) noexcept {
+    if (!transfer.options.waiting || silent == transfer.told) return;
+    transfer.told = silent;
+    try {
+        transfer.options.waiting({transfer.host, silent, patience(transfer)});
+    } catch (...) {
+        // Whether somebody looks on makes no difference to the exchange.
+    }
+}
+
 // The library's own limit is an average speed, which ends transfers that are slow but alive.
 int onProgress(void* context, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) noexcept {
     auto& transfer = *static_cast<Transfer*>(context);
@@ -97,7 +119,9 @@ int onProgress(void* context, curl_off_t, curl_off_t received, curl_off_t, curl_
         transfer.moved = received + sent;
         transfer.lastMove = now;
     }
-    if (now - transfer.lastMove < transfer.limits.silence) return 0;
+    const Clock::duration silent = now - transfer.lastMove;
+    tellSilence(transfer, std::chrono::duration_cast<std::chrono::seconds>(silent));
+    if (silent < transfer.options.silence) return 0;
     transfer.end = Transfer::End::silent;
     return 1;
 }
@@ -167,18 +191,17 @@ Url parseUrl(Text text) {
 }
 
 /// The Error for a transfer that failed.
-Error transferError(CURLcode code, const char* detail, const Transfer& transfer, const Url& url) {
-    const std::u16string host = partOf(url, CURLUPART_HOST);
+Error transferError(CURLcode code, const char* detail, const Transfer& transfer) {
     std::u16string reason;
-    if (code == CURLE_OUT_OF_MEMORY) return runtimeError(RuntimeError::outOfMemory, host);
+    if (code == CURLE_OUT_OF_MEMORY) return runtimeError(RuntimeError::outOfMemory, transfer.host);
     switch (transfer.end) {
-        case Transfer::End::outOfMemory: return runtimeError(RuntimeError::outOfMemory, host);
+        case Transfer::End::outOfMemory: return runtimeError(RuntimeError::outOfMemory, transfer.host);
         case Transfer::End::silent:
-            reason = u"no byte moved for " + number(transfer.limits.silence.count()) + u" s";
+            reason = u"no byte moved for " + number(transfer.options.silence.count()) + u" s";
             break;
         case Transfer::End::tooLarge:
             reason =
-                u"the reply is larger than " + number(static_cast<long long>(transfer.limits.replyBytes)) + u" bytes";
+                u"the reply is larger than " + number(static_cast<long long>(transfer.options.replyBytes)) + u" bytes";
             break;
         case Transfer::End::longHeaders:
             reason = u"the headers of the reply are larger than " + number(limits::headersMiB) + u" MiB";
@@ -188,7 +211,7 @@ Error transferError(CURLcode code, const char* detail, const Transfer& transfer,
             break;
         case Transfer::End::normal: reason = toUtf16(*detail != '\0' ? detail : curl_easy_strerror(code)); break;
     }
-    return runtimeError(RuntimeError::automationError, host + u": " + reason);
+    return runtimeError(RuntimeError::automationError, transfer.host + u": " + reason);
 }
 
 /// Whether a transfer failed before its server was spoken to.
@@ -276,7 +299,7 @@ bool isRedirect(long status) {
 
 }  // namespace
 
-CurlHttp::CurlHttp(HttpLimits limits) : limits_(std::move(limits)), delivery_(std::make_shared<Delivery>()) {
+CurlHttp::CurlHttp(ports::HttpOptions options) : options_(std::move(options)), delivery_(std::make_shared<Delivery>()) {
     initialise();
 }
 
@@ -289,11 +312,11 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     curl_easy_reset(handle);
     char detail[CURL_ERROR_SIZE] = "";
     delivery_->underWay = delivery_->taken = false;
-    Transfer transfer{limits_, handle, *delivery_};
+    Transfer transfer{options_, handle, *delivery_, partOf(url, CURLUPART_HOST)};
     set(handle, CURLOPT_CURLU, url.get());
     set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    set(handle, CURLOPT_CONNECTTIMEOUT, static_cast<long>(limits_.connect.count()));
+    set(handle, CURLOPT_CONNECTTIMEOUT, static_cast<long>(options_.connect.count()));
     set(handle, CURLOPT_NOSIGNAL, 1L);
     set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
     set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
@@ -311,13 +334,16 @@ HttpReply CurlHttp::transfer(Text address, const std::function<void(void* handle
     set(handle, CURLOPT_OPENSOCKETDATA, delivery_.get());
     set(handle, CURLOPT_CLOSESOCKETFUNCTION, &onClose);
     set(handle, CURLOPT_CLOSESOCKETDATA, delivery_.get());
-    if (!limits_.authorities.empty()) set(handle, CURLOPT_CAINFO, limits_.authorities.c_str());
+    if (!options_.authorities.empty()) {
+        set(handle, CURLOPT_CAINFO, options_.authorities.c_str());
+        set(handle, CURLOPT_CAPATH, static_cast<const char*>(nullptr));  // the system's folder of authorities
+    }
     prepare(handle);
 
     for (int redirects = 0;; ++redirects) {
         const CURLcode code = curl_easy_perform(handle);
         if (code != CURLE_OK) {
-            const Error error = transferError(code, detail, transfer, url);
+            const Error error = transferError(code, detail, transfer);
             if (isBeforeSending(code)) throw NotReached(error);
             throw error;
         }
@@ -365,6 +391,12 @@ HttpReply CurlHttp::get(Text url, const Validators& known) {
     return transfer(url, [&](void* handle) { set(handle, CURLOPT_HTTPHEADER, headers.get()); });
 }
 
-std::shared_ptr<Http> makeHttp() { return std::make_shared<CurlHttp>(); }
-
 }  // namespace quill1xml::platform
+
+namespace quill1xml {
+
+std::shared_ptr<ports::Http> ports::systemHttp(const HttpOptions& options) {
+    return std::make_shared<platform::CurlHttp>(options);
+}
+
+}  // namespace quill1xml

@@ -2,24 +2,13 @@
 #pragma once
 
 #include "platform/ports.hpp"
-#include "quill1xml/limits.hpp"
+#include "quill1xml/http.hpp"
 
-#include <chrono>
-#include <cstddef>
 #include <functional>
 #include <memory>
-#include <string>
+#include <string_view>
 
 namespace quill1xml::platform {
-
-/// When a transfer is given up.
-struct HttpLimits {
-    std::chrono::seconds connect{30};                ///< until the connection stands
-    std::chrono::seconds silence = limits::silence;  ///< without a byte in either direction
-    /// Of all that comes in, headers and redirects too.
-    std::size_t replyBytes = limits::replyMiB * limits::bytesInMiB;
-    std::string authorities{};  ///< a file of the certificates to trust; the system's when empty
-};
 
 /// How much of a request went out.
 struct Delivery;
@@ -30,7 +19,7 @@ struct Delivery;
 /// or from http to https of the same host.
 class CurlHttp final : public Http {
 public:
-    explicit CurlHttp(HttpLimits limits = {});
+    explicit CurlHttp(ports::HttpOptions options = {});
 
     HttpReply post(Text url, std::string_view contentType, std::string_view body) override;
 
@@ -39,7 +28,7 @@ public:
 private:
     HttpReply transfer(Text address, const std::function<void(void* handle)>& prepare);
 
-    HttpLimits limits_;
+    ports::HttpOptions options_;
     std::shared_ptr<Delivery> delivery_;  ///< outlives the connections, which tell it when they close
     std::shared_ptr<void> handle_;  ///< the library's; it keeps connections and TLS sessions from request to request
 };

@@ -10,8 +10,6 @@ namespace quill1xml::platform {
 std::shared_ptr<Files> makeFiles();
 std::shared_ptr<EventLog> makeEventLog();
 std::shared_ptr<Clock> makeClock();
-
-std::shared_ptr<Http> makeHttp();
 std::shared_ptr<Xml> makeXml();
 std::shared_ptr<System> makeSystem();
 

@@ -1,10 +1,11 @@
 #include "platform/windows/parts.hpp"
+#include "quill1xml/http.hpp"
 
 namespace quill1xml {
 
 ports::Environment ports::systemEnvironment() {
     using namespace platform;
-    return {makeFiles(), makeEventLog(), makeClock(), makeHttp(), makeXml(), makeSystem()};
+    return {makeFiles(), makeEventLog(), makeClock(), systemHttp({}), makeXml(), makeSystem()};
 }
 
 }  // namespace quill1xml

@@ -1,3 +1,4 @@
+#include "quill1xml/http.hpp"
 #include "platform/windows/create_object.hpp"
 #include "platform/windows/dom.hpp"
 #include "platform/windows/parts.hpp"
@@ -90,6 +91,11 @@ private:
 
 }  // namespace
 
-std::shared_ptr<Http> makeHttp() { return std::make_shared<WindowsHttp>(); }
-
 }  // namespace quill1xml::platform
+
+namespace quill1xml {
+
+// The object has limits and certificates of its own.
+std::shared_ptr<ports::Http> ports::systemHttp(const HttpOptions&) { return std::make_shared<platform::WindowsHttp>(); }
+
+}  // namespace quill1xml

@@ -11,9 +11,8 @@ std::shared_ptr<Files> makeFiles();
 std::shared_ptr<EventLog> makeEventLog();
 std::shared_ptr<Clock> makeClock();
 
-/// These two create COM objects: a thread that calls them has initialised COM and keeps it so while documents, elements
-/// and schemas live, which stay on that thread.
-std::shared_ptr<Http> makeHttp();
+/// Creates COM objects, as the HTTP client does: a thread that calls them has initialised COM and keeps it so while
+/// documents, elements and schemas live, which stay on that thread.
 std::shared_ptr<Xml> makeXml();
 
 std::shared_ptr<System> makeSystem();
