@@ -3,64 +3,26 @@
 #include "automation/classes.hpp"
 #include "command_line/error_text.hpp"
 #include "command_line/harmless_text.hpp"
+#include "command_line/job_line.hpp"
 #include "command_line/json_arguments.hpp"
 #include "command_line/json_values.hpp"
 #include "command_line/losses.hpp"
-#include "command_line/nearest.hpp"
 #include "command_line/packet_folders.hpp"
 #include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 
-#include <algorithm>
 #include <ios>
 #include <new>
 #include <set>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace quill1xml::cli {
 namespace {
 
 using automation::Member;
 using nlohmann::json;
-
-/// A line that is no call; the text says what is wrong with it.
-Error badLine(std::string_view reason) { return {5, u"quill1xml run", toUtf16(reason)}; }
-
-/// Parses a line; a name that stands twice in one object is refused rather than half ignored.
-json parseLine(const std::string& line) {
-    std::vector<std::set<std::string>> names;
-    const auto watch = [&names](int, json::parse_event_t event, const json& parsed) {
-        if (event == json::parse_event_t::object_start) names.emplace_back();
-        if (event == json::parse_event_t::object_end) names.pop_back();
-        if (event == json::parse_event_t::key && !names.back().insert(parsed.get<std::string>()).second) {
-            throw badLine("\"" + excerpt(parsed.get<std::string>()) + "\" stands twice in one object");
-        }
-        return true;
-    };
-    try {
-        return json::parse(line, watch);
-    } catch (const json::exception& error) {
-        throw badLine("not JSON: " + excerpt(error.what()));
-    }
-}
-
-struct MethodCall {
-    const Member* member;
-    json arguments;
-};
-
-const Member& methodNamed(const std::string& name) {
-    const auto& members = automation::storeClass().members;
-    const auto found = std::ranges::find(members, name, &Member::name);
-    if (found != members.end()) return *found;
-    std::vector<std::string_view> known;
-    for (const Member& member : members) known.push_back(member.name);
-    throw runtimeError(RuntimeError::unknownMember, toUtf16(unknownName(name, known)));
-}
 
 /// What is being done, for the message of an error.
 struct Place {
@@ -89,7 +51,7 @@ public:
             // A read that fails would otherwise look like the end of the job.
             streams_.in.exceptions(std::ios::badbit);
             for (std::string line; nextLine(line, place);) {
-                if (line.find_first_not_of(" \t\r") != std::string::npos) playLine(line, place);
+                if (!isBlankLine(line)) playLine(line, place);
             }
             losses_.atEnd(sent_);
             return 0;
@@ -110,14 +72,9 @@ private:
     }
 
     void playLine(const std::string& line, Place& place) {
-        const json call = parseLine(line);
-        if (!call.is_object() || call.size() != 1) {
-            throw badLine("a line is one object with one member, the method's name: {\"AddTax\":{...}}");
-        }
+        const json call = parseJobLine(line);
         place.method = call.begin().key();
-        const Member& member = methodNamed(place.method);
-        if (!call.begin()->is_object()) throw badLine("the arguments are an object of values by parameter name");
-
+        const Member& member = calledMethod(call);
         automation::Arguments arguments(member);
         fillArguments(arguments, member, *call.begin());
         // What is added may go to a packet file that was sent.
