@@ -30,6 +30,8 @@ PendingPackets Store::pendingPackets() const { return exchange::pendingPackets(*
 
 std::vector<Problem> Store::check() const { return exchange::check(*state_); }
 
+std::vector<Problem> Store::check(Text packet) const { return exchange::checkPacket(*state_, std::u16string(packet)); }
+
 #define METHOD(dispid, Result, Name, summary) \
     Result Store::Name(const arguments::Name& arguments) { return store::run(*state_, arguments); }
 #include "quill1xml/methods/all.def"

@@ -15,4 +15,7 @@ std::string errorText(const Error& error);
 /// The same, and in indented lines below it what else is known of the failure, where that says more.
 std::string errorText(const Error& error, Text account);
 
+/// A message of ours, which may quote what comes from outside: further lines are indented.
+std::string messageLines(Text message);
+
 }  // namespace quill1xml::cli

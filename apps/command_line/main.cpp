@@ -1,6 +1,7 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
+#include "command_line/check.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
 #include "command_line/password.hpp"
@@ -30,6 +31,19 @@ constexpr int usageError = 2;
 /// What the command that was given does; returns the exit status.
 using Action = std::function<int()>;
 
+/// Opens a job, "-" being standard input.
+std::istream& openJob(const std::string& file, std::ifstream& opened) {
+    if (file != "-") {
+        opened.open(file);
+        if (!opened) throw std::runtime_error("cannot read the job file " + file);
+    }
+    std::istream& in = file == "-" ? std::cin : opened;
+    // A folder can be opened, but not read.
+    in.peek();
+    if (in.bad()) throw std::runtime_error("cannot read the job file " + file);
+    return in;
+}
+
 void addRun(CLI::App& app, Action& action) {
     const auto file = std::make_shared<std::string>("-");
     const auto options = std::make_shared<cli::JobOptions>();
@@ -40,16 +54,33 @@ void addRun(CLI::App& app, Action& action) {
     run->callback([file, options, &action] {
         action = [file, options] {
             std::ifstream opened;
-            if (*file != "-") {
-                opened.open(*file);
-                if (!opened) throw std::runtime_error("cannot read the job file " + *file);
-            }
-            std::istream& in = *file == "-" ? std::cin : opened;
-            // A folder can be opened, but not read.
-            in.peek();
-            if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
+            std::istream& in = openJob(*file, opened);
             return cli::playJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()},
                                 *options);
+        };
+    });
+}
+
+void addCheck(CLI::App& app, Action& action) {
+    const auto file = std::make_shared<std::string>("-");
+    const auto format = std::make_shared<std::string>("text");
+    const auto options = std::make_shared<cli::CheckOptions>();
+    CLI::App* check = app.add_subcommand("check", "Tell everything that is wrong with a job, and send nothing");
+    check->add_option("file", *file, "The job; - for standard input")->capture_default_str();
+    check->add_option("--keep", options->keep, "Leave the packet files in this folder, which must be empty")
+        ->type_name("DIR");
+    check->add_option("--format", *format, "How to report")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"text", "json"}));
+    check->add_flag("--strict", options->report.strict, "Take warnings for errors");
+    check->callback([file, format, options, &action] {
+        action = [file, format, options] {
+            std::ifstream opened;
+            std::istream& in = openJob(*file, opened);
+            options->report.json = *format == "json";
+            if (cli::outputIsTerminal()) options->report.width = cli::terminalWidth();
+            return cli::checkJob(ports::systemEnvironment(), {in, std::cout, std::cerr, cli::errorOutputIsTerminal()},
+                                 *options);
         };
     });
 }
@@ -192,7 +223,7 @@ int runCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(automation::limitsText());
     Action action;
-    for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
+    for (const auto add : {addRun, addCheck, addFetch, addSendImages, addSchema, addReference}) add(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

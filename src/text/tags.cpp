@@ -1,8 +1,8 @@
-#include "store/tags.hpp"
+#include "text/tags.hpp"
 
 #include <algorithm>
 
-namespace quill1xml::store {
+namespace quill1xml {
 namespace {
 
 constexpr Text blanks = u" \t\r\n";
@@ -67,4 +67,4 @@ std::size_t findTag(Text text, Text name, std::size_t from) {
     return Text::npos;
 }
 
-}  // namespace quill1xml::store
+}  // namespace quill1xml

@@ -1,0 +1,37 @@
+// Keys that come twice among any number of them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quill1xml::cli {
+
+/// Keys are kept in a temporary file without a name, so that memory stays as it is however many there are.
+class DuplicateKeys {
+public:
+    /// Called for each key that was added before, in the order of lines for up to 65536 keys.
+    using Found = std::function<void(const std::u16string& key, std::size_t line, std::size_t firstLine)>;
+
+    /// Throws error 57 when the file cannot be written.
+    void add(std::u16string_view key, std::size_t line);
+
+    /// Tells what came twice and forgets all keys. Throws error 57 when the file cannot be read.
+    void tell(const Found& found);
+
+private:
+    void tellPart(std::size_t part, std::size_t parts, const Found& found);
+    std::u16string keyAt(std::uint64_t place);
+
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, Close> file_;
+    std::uint64_t count_ = 0;
+};
+
+}  // namespace quill1xml::cli
