@@ -116,6 +116,7 @@ private:
         if (endsPart) packets_.tellDuplicates();
         if (member.name == "CleanupTempFiles") deletes(toUtf16(textOf(values, "strFileName")));
         if (member.name == "Create") deletes({});
+        if (member.name != "Create" && !member.name.ends_with("XML")) return;
         const auto schema = std::ranges::find(member.parameters, "strWebStoreSchemaSource", &Parameter::name);
         if (schema != member.parameters.end()) {
             const std::u16string used = useSchema(textOf(values, "strWebStoreSchemaSource"));
@@ -254,7 +255,7 @@ private:
     }
 
     void examineLeft(const std::u16string& name) {
-        if (!files_->isOurs(packetFolder_ + name)) packets_.examineLeft(name);
+        if (!files_->isOurs(packetFolder_ + name)) packets_.examineLeft(name, line_);
     }
 
     void tellDeletedUnsent(const PendingPackets& pending) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <vector>
 
 namespace quill1xml::cli {
 namespace {
@@ -12,16 +13,12 @@ namespace {
 constexpr std::uint64_t keysAtATime = 1 << 16;
 constexpr std::uint64_t mostParts = 64;
 
-/// What stands before a key in the file.
-struct Head {
-    std::uint64_t hash = 0;
-    std::uint64_t line = 0;
-    std::uint64_t size = 0;  ///< of the key, in characters
-};
+constexpr std::uint64_t entriesAtOnce = 1 << 10;
 
 /// Where a key came first.
 struct First {
-    std::uint64_t place = 0;  ///< of its head in the file
+    std::uint64_t place = 0;
+    std::uint64_t size = 0;
     std::uint64_t line = 0;
 };
 
@@ -43,53 +40,61 @@ void get(std::FILE* file, Value* values, std::size_t count) {
 
 }  // namespace
 
+struct DuplicateKeys::Entry {
+    std::uint64_t hash = 0;
+    std::uint64_t place = 0;  ///< of the key in its file, in bytes
+    std::uint64_t size = 0;   ///< in characters
+    std::uint64_t line = 0;
+};
+
 void DuplicateKeys::add(std::u16string_view key, std::size_t line) {
-    if (file_ == nullptr) file_.reset(std::tmpfile());
-    require(file_ != nullptr);
-    const Head head{std::hash<std::u16string_view>()(key), line, key.size()};
-    put(file_.get(), &head, 1);
-    put(file_.get(), key.data(), key.size());
+    if (entries_ == nullptr) entries_.reset(std::tmpfile());
+    if (keys_ == nullptr) keys_.reset(std::tmpfile());
+    require(entries_ != nullptr && keys_ != nullptr);
+    const Entry entry{std::hash<std::u16string_view>()(key), place_, key.size(), line};
+    put(entries_.get(), &entry, 1);
+    put(keys_.get(), key.data(), key.size());
+    place_ += key.size() * sizeof(char16_t);
     ++count_;
 }
 
 void DuplicateKeys::tell(const Found& found) {
     const std::uint64_t parts = std::clamp<std::uint64_t>((count_ + keysAtATime - 1) / keysAtATime, 1, mostParts);
     for (std::uint64_t part = 0; count_ != 0 && part < parts; ++part) tellPart(part, parts, found);
-    file_.reset();
+    entries_.reset();
+    keys_.reset();
     count_ = 0;
+    place_ = 0;
 }
 
-void DuplicateKeys::tellPart(std::size_t part, std::size_t parts, const Found& found) {
+void DuplicateKeys::tellPart(std::uint64_t part, std::uint64_t parts, const Found& found) {
     std::unordered_multimap<std::uint64_t, First> firsts;
-    std::uint64_t place = 0;
-    std::u16string key;
-    seek(file_.get(), 0);
-    for (std::uint64_t i = 0; i < count_; ++i) {
-        Head head;
-        get(file_.get(), &head, 1);
-        key.resize(head.size);
-        get(file_.get(), key.data(), key.size());
-        const First here{place, head.line};
-        place += sizeof head + key.size() * sizeof(char16_t);
-        if ((head.hash >> 32) % parts != part) continue;
-        // One hash may be that of several keys: what it says is verified.
-        const auto [begin, end] = firsts.equal_range(head.hash);
-        const auto same = std::find_if(begin, end, [&](const auto& each) { return keyAt(each.second.place) == key; });
-        if (begin != end) seek(file_.get(), place);
-        if (same == end) {
-            firsts.emplace(head.hash, here);
-        } else {
-            found(key, head.line, same->second.line);
+    std::vector<Entry> entries;
+    seek(entries_.get(), 0);
+    for (std::uint64_t done = 0; done < count_; done += entries.size()) {
+        entries.resize(std::min<std::uint64_t>(count_ - done, entriesAtOnce));
+        get(entries_.get(), entries.data(), entries.size());
+        for (const Entry& entry : entries) {
+            if ((entry.hash >> 32) % parts != part) continue;
+            const First here{entry.place, entry.size, entry.line};
+            const auto [begin, end] = firsts.equal_range(entry.hash);
+            // One hash may be that of several keys: what it says is verified.
+            const std::u16string key = begin == end ? std::u16string() : keyAt(here.place, here.size);
+            const auto same = std::find_if(
+                begin, end, [&](const auto& each) { return keyAt(each.second.place, each.second.size) == key; });
+            if (same == end) {
+                firsts.emplace(entry.hash, here);
+            } else {
+                found(key, entry.line, same->second.line);
+            }
         }
     }
 }
 
-std::u16string DuplicateKeys::keyAt(std::uint64_t place) {
-    seek(file_.get(), place);
-    Head head;
-    get(file_.get(), &head, 1);
-    std::u16string key(head.size, u'\0');
-    get(file_.get(), key.data(), key.size());
+std::u16string DuplicateKeys::keyAt(std::uint64_t place, std::uint64_t size) {
+    seek(keys_.get(), place);
+    std::u16string key(size, u'\0');
+    get(keys_.get(), key.data(), key.size());
     return key;
 }
 

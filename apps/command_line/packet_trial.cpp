@@ -102,9 +102,10 @@ void PacketTrial::examine(const std::u16string& name, Packet& packet) {
     files_.writeOut(name);
 }
 
-void PacketTrial::examineLeft(const std::u16string& name) {
+void PacketTrial::examineLeft(const std::u16string& name, std::size_t line) {
     for (const Problem& problem : store_.check(name)) {
-        if (problem.code != Problem::Code::schema) report_.add({.code = codeOf(problem.code), .problem = problem});
+        if (problem.code != Problem::Code::schema)
+            report_.add({.code = codeOf(problem.code), .problem = problem, .line = line});
     }
 }
 
@@ -121,7 +122,7 @@ void PacketTrial::removing(const std::u16string& name) {
     if (isFirst(name)) badHead_ = false;
 }
 
-void PacketTrial::writing(const std::u16string& name, Text text, bool ours) {
+void PacketTrial::writing(const std::u16string& name, std::size_t start, Text text, bool ours) {
     const Text element = elementIn(text);
     Packet& packet = packetOf(name, element);
     if (!ours) {
@@ -129,12 +130,12 @@ void PacketTrial::writing(const std::u16string& name, Text text, bool ours) {
         return;
     }
     wrote_ = true;
-    sent_.erase(name);
+    if (!sent_.empty()) sent_.erase(name);
     if (packet.firstLine == 0) packet.firstLine = call_.line;
     KindTotal& kind = kinds_[packet.kind];
     kind.records += kind.kind == element ? 1 : 0;
     kind.bytes += text.size() * sizeof(char16_t);
-    addRecord(packet, name, text);
+    addRecord(packet, start, text);
 }
 
 PacketTrial::Packet& PacketTrial::packetOf(const std::u16string& name, Text element) {
@@ -159,8 +160,7 @@ void PacketTrial::addLeft(Packet& packet, Text text) {
     }
 }
 
-void PacketTrial::addRecord(Packet& packet, const std::u16string& name, Text text) {
-    const std::size_t start = files_.unwritten(name).size();
+void PacketTrial::addRecord(Packet& packet, std::size_t start, Text text) {
     const auto begun = begun_.find(elementIn(text));
     if (begun == begun_.end()) {
         packet.lines.add(start, {&call_, 1});

@@ -11,6 +11,7 @@
 #include <set>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace quill1xml::cli {
@@ -37,8 +38,8 @@ public:
     void examineDue();
     void examineAll();
 
-    /// Looks at a whole packet file in the store's folder that an earlier job left.
-    void examineLeft(const std::u16string& name);
+    /// Looks at a whole packet file in the store's folder that an earlier job left and the present call sends.
+    void examineLeft(const std::u16string& name, std::size_t line);
 
     /// Tells of keys that came twice since the last time.
     void tellDuplicates();
@@ -60,14 +61,14 @@ private:
         RecordLines lines{};
         std::size_t examined = 0;  ///< of the first packet file, which is held whole: its size then
     };
-    using Packets = std::map<std::u16string, Packet>;
+    using Packets = std::unordered_map<std::u16string, Packet>;
 
-    void writing(const std::u16string& name, Text text, bool ours) override;
+    void writing(const std::u16string& name, std::size_t start, Text text, bool ours) override;
     void removing(const std::u16string& name) override;
 
     Packet& packetOf(const std::u16string& name, Text element);
     void addLeft(Packet& packet, Text text);
-    void addRecord(Packet& packet, const std::u16string& name, Text text);
+    void addRecord(Packet& packet, std::size_t start, Text text);
     void addKeys(Text record, std::span<const RecordCall> calls);
     const std::vector<std::u16string>& keyNames(Text element);
     void examine(const std::u16string& name, Packet& packet);

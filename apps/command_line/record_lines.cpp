@@ -68,8 +68,8 @@ std::size_t RecordLines::lineOf(const Problem& problem, Text text) const {
 }
 
 void RecordLines::clear() {
-    records_ = {};
-    calls_ = {};
+    std::vector<Record>().swap(records_);  // with its memory
+    std::vector<RecordCall>().swap(calls_);
 }
 
 }  // namespace quill1xml::cli

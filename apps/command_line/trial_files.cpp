@@ -31,7 +31,7 @@ void TrialFiles::writeOut(Packet& packet) {
     if (packet.unwritten.empty()) return;
     real_->appendText(packet.place, packet.unwritten);
     unwritten_ -= packet.unwritten.size();
-    packet.unwritten = {};
+    std::u16string().swap(packet.unwritten);  // with its memory
 }
 
 void TrialFiles::writeOut(const std::u16string& packet) {
@@ -71,7 +71,7 @@ TrialFiles::Packets::iterator TrialFiles::packetFor(Text fileName) {
 }
 
 void TrialFiles::hold(Packets::iterator packet, Text text, bool ours) {
-    if (watcher_ != nullptr) watcher_->writing(packet->first, text, ours);
+    if (watcher_ != nullptr) watcher_->writing(packet->first, packet->second.unwritten.size(), text, ours);
     packet->second.unwritten.append(text);
     unwritten_ += text.size();
 }
@@ -111,12 +111,13 @@ std::vector<std::u16string> TrialFiles::list(Text pattern) {
         const std::u16string path = std::u16string(folder) + name;
         return removed_.contains(path) || packets_.contains(path);
     });
-    // All that begins so.
-    const Text beginning = pattern.substr(0, pattern.find_first_of(u"*?"));
-    for (auto packet = packets_.lower_bound(beginning);
-         packet != packets_.end() && packet->first.starts_with(beginning); ++packet) {
-        const Text name = Text(packet->first).substr(folder.size());
-        if (folderOf(name).empty() && matchesWildcard(name, nameOf(pattern), false)) names.emplace_back(name);
+    if (pattern.find_first_of(u"*?") == Text::npos) {
+        if (packets_.contains(pattern)) names.emplace_back(nameOf(pattern));
+        return names;
+    }
+    for (const auto& [path, packet] : packets_) {
+        const Text name = nameOf(path);
+        if (folderOf(path) == folder && matchesWildcard(name, nameOf(pattern), false)) names.emplace_back(name);
     }
     std::ranges::sort(names);
     return names;
@@ -132,8 +133,8 @@ void TrialFiles::remove(Text fileName) {
     writeOut(found->second);
     packets_.erase(found);
     const std::u16string folder(folderOf(fileName));
-    const auto next = packets_.lower_bound(folder);
-    if (next == packets_.end() || !next->first.starts_with(folder)) places_.erase(folder);
+    const auto isThere = [&folder](const auto& packet) { return folderOf(packet.first) == folder; };
+    if (std::ranges::none_of(packets_, isThere)) places_.erase(folder);
 }
 
 }  // namespace quill1xml::cli

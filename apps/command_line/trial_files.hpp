@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -26,8 +28,9 @@ public:
     public:
         virtual ~Watcher() = default;
 
-        /// Before each text; before the first one, of what an earlier job left in the file, which is not ours.
-        virtual void writing(const std::u16string& packet, Text text, bool ours) = 0;
+        /// Before each text, which will begin at a place of what is held back; before the first one, of what an
+        /// earlier job left in the file, which is not ours.
+        virtual void writing(const std::u16string& packet, std::size_t start, Text text, bool ours) = 0;
 
         virtual void removing(const std::u16string& packet) = 0;
     };
@@ -84,7 +87,10 @@ private:
         const std::u16string*& place_;
     };
 
-    using Packets = std::map<std::u16string, Packet, std::less<>>;
+    struct Hash : std::hash<Text> {
+        using is_transparent = void;
+    };
+    using Packets = std::unordered_map<std::u16string, Packet, Hash, std::equal_to<>>;
 
     Packets::iterator packetFor(Text fileName);
     std::u16string placeFor(Text fileName);

@@ -25,6 +25,8 @@ Tag tagAt(Text text, std::size_t start) {
     Tag tag;
     std::size_t at = endOfName(text, start + 1);
     tag.name = text.substr(start + 1, at - start - 1);
+    constexpr std::size_t usual = 16;
+    tag.attributes.reserve(usual);
     while ((at = skip(text, at, blanks)) < text.size() && text[at] != u'>') {
         const std::size_t nameEnd = endOfName(text, at);
         const std::size_t open = skip(text, nameEnd, u" \t\r\n=");
