@@ -26,7 +26,9 @@ Text kindOf(Text path) {
 
 Text elementIn(Text text) {
     const std::size_t start = text.find(u'<');
-    return start == Text::npos ? Text() : tagAt(text, start).name;
+    if (start == Text::npos) return {};
+    text.remove_prefix(start + 1);
+    return text.substr(0, text.find_first_of(u" />\r\n\t"));
 }
 
 }  // namespace
@@ -135,7 +137,7 @@ void PacketTrial::writing(const std::u16string& name, std::size_t start, Text te
     KindTotal& kind = kinds_[packet.kind];
     kind.records += kind.kind == element ? 1 : 0;
     kind.bytes += text.size() * sizeof(char16_t);
-    addRecord(packet, start, text);
+    addRecord(packet, start, element, text);
 }
 
 PacketTrial::Packet& PacketTrial::packetOf(const std::u16string& name, Text element) {
@@ -153,15 +155,14 @@ PacketTrial::Packet& PacketTrial::packetOf(const std::u16string& name, Text elem
 
 void PacketTrial::addLeft(Packet& packet, Text text) {
     const std::size_t first = text.find(u'<');
-    if (first == Text::npos) return;
-    const std::u16string element(tagAt(text, first).name);
+    const std::u16string element(elementIn(text));
     for (std::size_t start = first; start != Text::npos; start = findTag(text, element, start + 1)) {
         packet.lines.add(start, {});
     }
 }
 
-void PacketTrial::addRecord(Packet& packet, std::size_t start, Text text) {
-    const auto begun = begun_.find(elementIn(text));
+void PacketTrial::addRecord(Packet& packet, std::size_t start, Text element, Text text) {
+    const auto begun = begun_.find(element);
     if (begun == begun_.end()) {
         packet.lines.add(start, {&call_, 1});
         addKeys(text, {&call_, 1});

@@ -68,7 +68,7 @@ private:
 
     Packet& packetOf(const std::u16string& name, Text element);
     void addLeft(Packet& packet, Text text);
-    void addRecord(Packet& packet, std::size_t start, Text text);
+    void addRecord(Packet& packet, std::size_t start, Text element, Text text);
     void addKeys(Text record, std::span<const RecordCall> calls);
     const std::vector<std::u16string>& keyNames(Text element);
     void examine(const std::u16string& name, Packet& packet);
