@@ -105,7 +105,10 @@ void PacketTrial::examine(const std::u16string& name, Packet& packet) {
 }
 
 void PacketTrial::examineLeft(const std::u16string& name, std::size_t line) {
-    for (const Problem& problem : store_.check(name)) {
+    // Its own root is not known here any more, so that some root must do.
+    const std::u16string nothing;
+    const auto problems = files_.withUnwritten(nothing, [&] { return store_.check(name); });
+    for (const Problem& problem : problems) {
         if (problem.code != Problem::Code::schema)
             report_.add({.code = codeOf(problem.code), .problem = problem, .line = line});
     }
