@@ -161,8 +161,18 @@ int main() {
         store.AddProductAdditional({.dblQtyOnPO = 12, .dblPriceIncl1 = 33.54, .TavSMtrxCol = 2});
         store.LockProduct();
     };
+    Store strict;
+    strict.SetTempFilePath({(folder.path() / "strict").u16string()});
+    std::filesystem::create_directory(folder.path() / "strict");
+    strict.SetStrict({true});
+    const auto addProductStrictly = [&] {
+        strict.AddProduct(whole);
+        strict.AddProductAdditional({.dblQtyOnPO = 12, .dblPriceIncl1 = 33.54, .TavSMtrxCol = 2});
+        strict.LockProduct();
+    };
     const std::u16string list = orderList();
     addProduct();
+    addProductStrictly();
     addOrder(store, list);
     const std::string productBytes = folder.bytes(u"WebStoreProduct1.tmp").substr(2);
     const std::string orderBytes = folder.bytes(u"WebStoreOrder57_1.tmp").substr(2);
@@ -171,8 +181,8 @@ int main() {
     appendBytes(bareProduct, productBytes);
     appendBytes(bareOrder, orderBytes);
     const auto truncate = [&] {
-        for (const auto& file : std::filesystem::directory_iterator(folder.path())) {
-            std::filesystem::resize_file(file, 2);
+        for (const auto& file : std::filesystem::recursive_directory_iterator(folder.path())) {
+            if (file.is_regular_file()) std::filesystem::resize_file(file, 2);
         }
     };
     const auto xml = ports::systemEnvironment().xml;
@@ -182,6 +192,7 @@ int main() {
     ratios.add(
         "product with all parameters / open, append, close", 1.40, addProduct,
         [&] { appendBytes(bareProduct, productBytes); }, truncate);
+    ratios.add("product in strict mode / without", 0, addProductStrictly, addProduct, truncate);
     ratios.add(
         "order of ten lines / parse its list, open, append, close", 1.55, [&] { addOrder(store, list); },
         [&] {

@@ -35,6 +35,8 @@ UnderWay Store::underWay() const { return {state_->packetUnderWay, state_->answe
 
 std::vector<Problem> Store::check() const { return exchange::check(*state_); }
 
+std::vector<Problem> Store::check(Text packet) const { return exchange::checkPacket(*state_, std::u16string(packet)); }
+
 #define METHOD(dispid, Result, Name, summary) \
     Result Store::Name(const arguments::Name& arguments) { return store::run(*state_, arguments); }
 #include "quill1xml/methods/all.def"

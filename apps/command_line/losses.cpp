@@ -5,18 +5,16 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 namespace quill1xml::cli {
 namespace {
 
 constexpr std::size_t shown = 20;
 
-std::string lockOf(Text element) { return "Lock" + toUtf8(element == u"Quote" ? u"Quotation" : element); }
-
 }  // namespace
 
-Losses::Losses(Store& store, std::ostream& err, bool verbose) : store_(store), err_(err), verbose_(verbose) {
+Losses::Losses(Store& store, std::ostream& err, bool verbose)
+    : store_(store), err_(err), verbose_(verbose), open_(store) {
     store_.onValueLeftOut([this](const LeftOutValue& value) { leftOut(value); });
 }
 
@@ -33,28 +31,13 @@ void Losses::before(const automation::Member& method, std::size_t line) {
     if (method.record == nullptr) return;
     wrote_ = true;
     const std::u16string parent(automation::parentOf(method));
-    if (parent.empty() || open_.contains(parent)) return;
+    if (parent.empty() || open_.isOpen(parent)) return;
     warning(line) << method.name << ": no " << toUtf8(parent) << " is open; this becomes part of the next one"
                   << std::endl;
 }
 
-void Losses::after() {
-    std::map<std::u16string, Begun> open;
-    for (std::u16string& element : store_.openRecords()) {
-        const auto former = open_.find(element);
-        const Begun begun = former == open_.end() ? Begun{line_} : former->second;
-        open.emplace(std::move(element), begun);
-    }
-    open_ = std::move(open);
-}
-
 void Losses::beforeSending() {
-    for (auto& [element, begun] : open_) {
-        if (std::exchange(begun.told, true)) continue;
-        warning(begun.line) << "this " << toUtf8(element)
-                            << " is never locked, and is not published: " << lockOf(element) << " is missing"
-                            << std::endl;
-    }
+    for (const OpenRecords::Lost& lost : open_.lost()) warning(lost.line) << lost.text() << std::endl;
 }
 
 void Losses::atEnd(const std::set<std::u16string>& sent) {

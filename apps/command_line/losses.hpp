@@ -2,10 +2,10 @@
 #pragma once
 
 #include "automation/classes.hpp"
+#include "command_line/open_records.hpp"
 #include "quill1xml/store.hpp"
 
 #include <cstddef>
-#include <map>
 #include <ostream>
 #include <set>
 #include <string>
@@ -26,7 +26,7 @@ public:
     void before(const automation::Member& method, std::size_t line);
 
     /// After a call that went well.
-    void after();
+    void after() { open_.after(line_); }
 
     /// Before packets are sent: what is still open is not among them.
     void beforeSending();
@@ -35,12 +35,6 @@ public:
     void atEnd(const std::set<std::u16string>& sent);
 
 private:
-    /// An element that is open.
-    struct Begun {
-        std::size_t line = 0;
-        bool told = false;
-    };
-
     void leftOut(const LeftOutValue& value);
     std::ostream& warning(std::size_t line);
 
@@ -50,7 +44,7 @@ private:
     std::size_t line_ = 0;
     bool wrote_ = false;  ///< a record, and so perhaps a packet file
     std::size_t leftOut_ = 0;
-    std::map<std::u16string, Begun> open_;
+    OpenRecords open_;
 };
 
 }  // namespace quill1xml::cli

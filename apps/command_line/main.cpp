@@ -1,6 +1,7 @@
 // quill1xml: the command line.
 
 #include "automation/manual.hpp"
+#include "command_line/check.hpp"
 #include "command_line/exchange_options.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
@@ -48,6 +49,19 @@ CLI::Option* addJournal(CLI::App& command, cli::JobOptions& options) {
     return journal;
 }
 
+/// Opens a job, "-" being standard input.
+std::istream& openJob(const std::string& file, std::ifstream& opened) {
+    if (file != "-") {
+        opened.open(file);
+        if (!opened) throw std::runtime_error("cannot read the job file " + file);
+    }
+    std::istream& in = file == "-" ? std::cin : opened;
+    // A folder can be opened, but not read.
+    in.peek();
+    if (in.bad()) throw std::runtime_error("cannot read the job file " + file);
+    return in;
+}
+
 void addRun(CLI::App& app, Action& action) {
     const auto file = std::make_shared<std::string>("-");
     const auto options = std::make_shared<cli::JobOptions>();
@@ -63,14 +77,7 @@ void addRun(CLI::App& app, Action& action) {
     run->callback([file, options, exchange, &action] {
         action = [file, options, exchange] {
             std::ifstream opened;
-            if (*file != "-") {
-                opened.open(*file);
-                if (!opened) throw std::runtime_error("cannot read the job file " + *file);
-            }
-            std::istream& in = *file == "-" ? std::cin : opened;
-            // A folder can be opened, but not read.
-            in.peek();
-            if (in.bad()) throw std::runtime_error("cannot read the job file " + *file);
+            std::istream& in = openJob(*file, opened);
             options->verbose = exchange->report.verbose;
             return cli::withExchanges(*exchange, [&](cli::Exchanges& exchanges) {
                 return cli::playJob(exchanges, {in, std::cout, std::cerr}, *options);
@@ -102,6 +109,29 @@ void addResume(CLI::App& app, Action& action) {
             return cli::withExchanges(*exchange, [&](cli::Exchanges& exchanges) {
                 return cli::resumeJob(exchanges, {std::cin, std::cout, std::cerr}, *options, *given);
             });
+        };
+    });
+}
+
+void addCheck(CLI::App& app, Action& action) {
+    const auto file = std::make_shared<std::string>("-");
+    const auto format = std::make_shared<std::string>("text");
+    const auto options = std::make_shared<cli::CheckOptions>();
+    CLI::App* check = app.add_subcommand("check", "Tell everything that is wrong with a job, and send nothing");
+    check->add_option("file", *file, "The job; - for standard input")->capture_default_str();
+    check->add_option("--keep", options->keep, "Leave the packet files in this folder, which must be empty")
+        ->type_name("DIR");
+    check->add_option("--format", *format, "How to report")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"text", "json"}));
+    check->add_flag("--strict", options->report.strict, "Take warnings for errors");
+    check->callback([file, format, options, &action] {
+        action = [file, format, options] {
+            std::ifstream opened;
+            std::istream& in = openJob(*file, opened);
+            options->report.json = *format == "json";
+            if (cli::outputIsTerminal()) options->report.width = cli::terminalWidth();
+            return cli::checkJob(ports::systemEnvironment(), {in, std::cout, std::cerr}, *options);
         };
     });
 }
@@ -246,7 +276,8 @@ int runCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(automation::limitsText());
     Action action;
-    for (const auto add : {addRun, addResume, addFetch, addSendImages, addSchema, addReference}) add(app, action);
+    for (const auto add : {addRun, addCheck, addResume, addFetch, addSendImages, addSchema, addReference})
+        add(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -46,6 +46,13 @@ bool sendsPackets(const Member& method, const json& values) {
     return method.name == "Send" && (source.is_null() || source == "Memory");
 }
 
+std::u16string packetFolder(const json& values) {
+    std::u16string given = toUtf16(values.value("strTempFilePath", std::string()));
+    // As the store takes it: blanks belong to a name that ends in a separator, and only to that.
+    const bool whole = given.ends_with(u'\\') || given.ends_with(u'/');
+    return whole ? given.substr(0, given.size() - 1) : std::u16string(trimBlanks(given));
+}
+
 void PacketFolders::prepare(const Member& method, const json& values, const std::set<std::u16string>& sent) {
     if (method.name == "UseJournal" || method.name == "Resume") leaveToStore();
     if (!taken_ && !left_ && touchesPackets(method, values)) hold();
@@ -88,10 +95,7 @@ void PacketFolders::warnOfLoss(const std::set<std::u16string>& sent) const {
 
 void PacketFolders::follow(const Member& method, const json& values) {
     if (method.name != "SetTempFilePath" && method.name != "Resume") return;
-    std::u16string given = toUtf16(values.value("strTempFilePath", std::string()));
-    // As the store takes it: blanks belong to a name that ends in a separator, and only to that.
-    const bool whole = given.ends_with(u'\\') || given.ends_with(u'/');
-    folder_ = whole ? given.substr(0, given.size() - 1) : std::u16string(trimBlanks(given));
+    folder_ = packetFolder(values);
     taken_ = false;
 }
 

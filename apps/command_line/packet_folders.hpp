@@ -17,6 +17,12 @@ namespace quill1xml::cli {
 /// Whether a Send with these arguments posts packet files, rather than a document of the host's own.
 bool sendsPackets(const automation::Member& method, const nlohmann::json& values);
 
+/// The folder that the arguments of a SetTempFilePath name, without a separator at its end.
+std::u16string packetFolder(const nlohmann::json& values);
+
+/// The one that a store uses where none is set.
+inline constexpr Text usualPacketFolder = u"C:";
+
 /// Holds the folders that a job uses, each from the first call that touches it, until it ends.
 class PacketFolders {
 public:
@@ -39,7 +45,7 @@ private:
 
     std::shared_ptr<ports::Files> files_;
     std::ostream& err_;
-    std::u16string folder_ = u"C:";                                              ///< the store's own where none is set
+    std::u16string folder_{usualPacketFolder};
     bool taken_ = false;                                                         ///< the folder is held, or cannot be
     bool left_ = false;                                                          ///< to the store
     std::map<std::filesystem::path, std::unique_ptr<ports::FolderHold>> holds_;  ///< null where it cannot be held

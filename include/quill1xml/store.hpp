@@ -58,6 +58,9 @@ public:
     /// folder cannot be read.
     std::vector<Problem> check() const;
 
+    /// As check, of one packet file by its name without folder: whether Send would find it is not looked at.
+    std::vector<Problem> check(Text packet) const;
+
 #define METHOD(dispid, Result, Name, summary) Result Name(const arguments::Name& arguments = {});
 #include "quill1xml/methods/all.def"
 

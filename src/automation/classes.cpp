@@ -54,6 +54,18 @@ void Arguments::setText(std::size_t parameter, Text value) {
 
 Text parentOf(const Member& method) { return method.record == nullptr ? Text() : method.record->shape.parent; }
 
+Text elementOf(const Member& method) { return method.record == nullptr ? Text() : method.record->element; }
+
+bool continuesElement(const Member& method) {
+    return method.record != nullptr && method.record->shape.continuesStartTag;
+}
+
+bool hasAttribute(const Member& method, Text attribute) {
+    return method.record != nullptr && std::ranges::any_of(method.record->rows, [attribute](const records::Row& row) {
+               return row.writes() && row.name() == attribute;
+           });
+}
+
 void Arguments::lendText(std::size_t parameter, Text value) { store(parameter, value); }
 
 void Arguments::setWhole(std::size_t parameter, std::int64_t value) {

@@ -74,6 +74,15 @@ inline constexpr Long firstExtension = 2000;
 /// The element that the record of a method becomes part of, by a later call that locks it; empty where there is none.
 Text parentOf(const Member& method);
 
+/// The element that a method writes, where it writes one.
+Text elementOf(const Member& method);
+
+/// Whether a method goes on with the start tag of the element, which another method has begun.
+bool continuesElement(const Member& method);
+
+/// Whether the record of a method has an attribute of that name.
+bool hasAttribute(const Member& method, Text attribute);
+
 /// An event that a class raises.
 struct Event {
     Long dispid = 0;

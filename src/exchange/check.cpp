@@ -7,10 +7,10 @@
 #include "store/document_head.hpp"
 #include "store/packets.hpp"
 #include "store/perform.hpp"
-#include "store/tags.hpp"
 #include "store/torn_end.hpp"
 #include "text/blanks.hpp"
 #include "text/numbers.hpp"
+#include "text/tags.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -20,7 +20,6 @@ namespace quill1xml::exchange {
 namespace {
 
 using store::State;
-using store::Tag;
 
 constexpr Text xmlBlanks = u" \t\r\n";
 constexpr std::size_t longestValue = 60;
@@ -177,7 +176,7 @@ private:
         const std::size_t before = problems_.size();
         if (!hasHead) records(name, head, content);
         if (problems_.size() != before) return;
-        if (hasHead) findAttribute(whole, store::tagsIn(content));
+        if (hasHead) findAttribute(whole, tagsIn(content));
         problems_.push_back(std::move(whole));
     }
 
@@ -185,10 +184,10 @@ private:
     void records(const std::u16string& name, const std::u16string& head, Text content) {
         const std::size_t first = content.find(u'<');
         if (first == Text::npos) return;
-        const std::u16string element(store::tagAt(content, first).name);
+        const std::u16string element(tagAt(content, first).name);
         std::size_t number = 0;
         for (std::size_t start = first; start != Text::npos;) {
-            const std::size_t next = store::findTag(content, element, start + 1);
+            const std::size_t next = findTag(content, element, start + 1);
             const Text text = content.substr(start, next == Text::npos ? next : next - start);
             record({.packet = name, .record = ++number, .element = element}, head, text);
             start = next;
@@ -204,7 +203,7 @@ private:
         const ports::ParseError error = failure(head, text, problem.code);
         if (!error) return;
         problem.reason = error.reason;
-        const std::vector<Tag> tags = store::tagsIn(text);
+        const std::vector<Tag> tags = tagsIn(text);
         if (!tags.empty()) problem.key = keyOf(tags.front());
         findAttribute(problem, tags);
         if (problem.code == Problem::Code::notValid && problem.attribute.empty())

@@ -5,8 +5,8 @@
 #include "store/going_on.hpp"
 #include "store/packets.hpp"
 #include "store/perform.hpp"
-#include "store/tags.hpp"
 #include "text/numbers.hpp"
+#include "text/tags.hpp"
 
 #include <map>
 #include <optional>

@@ -176,6 +176,7 @@ std::u16string updateValue(const State& state, const Parameter& parameter, const
 }  // namespace
 
 void perform(State& state, const arguments::AddOrder& arguments) {
+    state.lastFailure.clear();
     if (!state.openOrder.empty()) {
         throw Error(applicationError, records::AddOrder.source(),
                     u"A new Order may not be added if an existing one is still unlocked.");

@@ -1,10 +1,12 @@
 #include "records/parameter_list.hpp"
 
+#include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 #include "store/required.hpp"
 #include "text/numbers.hpp"
 
 #include <cstring>
+#include <optional>
 
 namespace quill1xml::records {
 namespace {
@@ -31,17 +33,61 @@ void read(void* values, const Parameter& parameter, const std::u16string& text, 
     }
 }
 
+/// What is wrong with a list: the error of the first attribute that fails, and an account of all of them.
+class Faults {
+public:
+    void add(const Parameter& parameter, const std::u16string* value, const Error& error) {
+        if (!first_) first_ = error;
+        if (value != nullptr) {
+            const Text shown = Text(*value).substr(0, shownCharacters);
+            values_.append(u"\r\n").append(toUtf16(parameter.name)).append(u"=\"").append(shown).append(u"\": ");
+            values_.append(error.description());
+        } else {
+            missing_.append(missing_.empty() ? u"" : u", ").append(toUtf16(parameter.name));
+            ++missingCount_;
+        }
+    }
+
+    /// Throws the first error, if there is any, and leaves the account where it says more.
+    void raise(std::u16string& account) const {
+        if (!first_) return;
+        if (missingCount_ == 1 && values_.empty()) {
+            account = first_->description();
+        } else if (missingCount_ == 0) {
+            account = values_.substr(2);
+        } else {
+            account = u"missing in the list: " + missing_ + values_;
+        }
+        throw Error(*first_);
+    }
+
+private:
+    static constexpr std::size_t shownCharacters = 60;
+
+    std::optional<Error> first_;
+    std::size_t missingCount_ = 0;
+    std::u16string missing_;
+    std::u16string values_;
+};
+
 }  // namespace
 
-void readParameterList(const store::State& store, Text list, std::span<const Parameter> parameters, void* values,
+void readParameterList(store::State& store, Text list, std::span<const Parameter> parameters, void* values,
                        TextStore& texts) {
     const auto root = rootOf(store, list);
+    Faults faults;
     for (const Parameter& parameter : parameters) {
         const std::u16string name = toUtf16(parameter.name);
-        if (!parameter.required && !root->attribute(name)) continue;
-        texts.push_back(store::requiredAttribute(*root, name));
-        read(values, parameter, texts.back(), store.decimalSeparator);
+        const std::u16string* value = nullptr;
+        try {
+            if (!parameter.required && !root->attribute(name)) continue;
+            value = &texts.emplace_back(store::requiredAttribute(*root, name));
+            read(values, parameter, *value, store.decimalSeparator);
+        } catch (const Error& error) {
+            faults.add(parameter, value, error);
+        }
     }
+    faults.raise(store.lastFailure);
 }
 
 }  // namespace quill1xml::records

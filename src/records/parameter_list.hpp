@@ -42,13 +42,14 @@ using TextStore = std::deque<std::u16string>;
 
 /// Fills in a struct of values from the attributes of the list's root element, in the order of the parameters, so that
 /// the first missing or unconvertible one decides the error. Throws the parser's code, source text and reason when the
-/// list is not XML, 91 for a missing attribute, 13 and 6 for values that do not convert.
-void readParameterList(const store::State& store, Text list, std::span<const Parameter> parameters, void* values,
+/// list is not XML, 91 for a missing attribute, 13 and 6 for values that do not convert; an account of all that are
+/// missing or do not convert stays in the state.
+void readParameterList(store::State& store, Text list, std::span<const Parameter> parameters, void* values,
                        TextStore& texts);
 
 /// Reads a list into a described struct of values.
 template <class Values>
-Values readParameterList(const store::State& store, Text list, TextStore& texts) {
+Values readParameterList(store::State& store, Text list, TextStore& texts) {
     Values values;
     readParameterList(store, list, parametersOf<Values>, &values, texts);
     return values;

@@ -56,6 +56,7 @@ const Record AddQuoteLineItem = record<arguments::AddQuoteLineItem>(u"QuoteLineI
 namespace store {
 
 void perform(State& state, const arguments::AddQuotation& arguments) {
+    state.lastFailure.clear();
     if (!state.openQuote.empty()) {
         // Oddity: the source names the order method.
         throw Error(applicationError, u"Quill1XML.Store.AddOrder()",

@@ -1,8 +1,8 @@
 #include "store/document_head.hpp"
 
 #include "quill1xml/error.hpp"
-#include "store/tags.hpp"
 #include "text/numbers.hpp"
+#include "text/tags.hpp"
 
 namespace quill1xml::store {
 

@@ -56,7 +56,7 @@ struct State {
     std::u16string uploadResult;    ///< "file number,file number", cleared by Send
     std::u16string packetUnderWay;  ///< the packet file that is being sent, or that a Send failed on
     Answer answer;                  ///< to what was posted last
-    std::u16string lastFailure;     ///< an account of the exchange that failed last
+    std::u16string lastFailure;     ///< an account of the exchange, or the parameter list, that failed last
     std::u16string doubts;          ///< a line for each packet that may have arrived twice
 
     std::unique_ptr<Journal> journal;         ///< null without one

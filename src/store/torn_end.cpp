@@ -1,7 +1,7 @@
 #include "store/torn_end.hpp"
 
-#include "store/tags.hpp"
 #include "text/numbers.hpp"
+#include "text/tags.hpp"
 
 #include <cstdint>
 

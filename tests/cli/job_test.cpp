@@ -128,6 +128,8 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
         {R"({"AddMailTo":{"intMailUs":32768}})", "error 6 (Quill1XML): Overflow: intMailUs"},
         {R"({"AddTax":{"strTaxCode":"A","dblRate":1e400}})", "error 5 (quill1xml run): not JSON"},
         {R"({"FormatDate":{"dtmUnformatted":"2007-02-29"}})", "dtmUnformatted takes a date as \"yyyy-MM-ddThh:mm:ss\""},
+        {R"({"AddOrder":{"strXMLParameterList":"<Order Order='x'/>"}})",
+         ", without a zone\n    missing in the list: Confirmed, Dispatched, "},
         {R"({"AddTax":{"strTaxCode":"A","strTaxCode":"B"}})", "\"strTaxCode\" stands twice in one object"},
         {R"({"AddTax":{"strTaxCode":"A"},"AddTax":{"strTaxCode":"B"}})", "\"AddTax\" stands twice in one object"},
         {R"({"AddTax":{"strTaxCode":"A"},"Send":{}})", "a line is one object with one member"},

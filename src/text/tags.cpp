@@ -1,8 +1,8 @@
-#include "store/tags.hpp"
+#include "text/tags.hpp"
 
 #include <algorithm>
 
-namespace quill1xml::store {
+namespace quill1xml {
 namespace {
 
 constexpr Text blanks = u" \t\r\n";
@@ -25,6 +25,8 @@ Tag tagAt(Text text, std::size_t start) {
     Tag tag;
     std::size_t at = endOfName(text, start + 1);
     tag.name = text.substr(start + 1, at - start - 1);
+    constexpr std::size_t usual = 16;
+    tag.attributes.reserve(usual);
     while ((at = skip(text, at, blanks)) < text.size() && text[at] != u'>') {
         const std::size_t nameEnd = endOfName(text, at);
         const std::size_t open = skip(text, nameEnd, u" \t\r\n=");
@@ -67,4 +69,4 @@ std::size_t findTag(Text text, Text name, std::size_t from) {
     return Text::npos;
 }
 
-}  // namespace quill1xml::store
+}  // namespace quill1xml

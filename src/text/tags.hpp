@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace quill1xml::store {
+namespace quill1xml {
 
 /// What starts an element, with its attributes in order. All of it is part of the text that was looked at.
 struct Tag {
@@ -33,4 +33,4 @@ Tag tagAt(Text text, std::size_t start);
 /// Where the next start tag of a name begins, from a place on; npos when there is none.
 std::size_t findTag(Text text, Text name, std::size_t from);
 
-}  // namespace quill1xml::store
+}  // namespace quill1xml
