@@ -18,6 +18,7 @@
 #include <ios>
 #include <memory>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -65,7 +66,14 @@ public:
         } catch (const std::ios::failure&) {
             tell("bad-argument", {.reason = u"the job cannot be read on"});
         }
-        end();
+        line_ = 0;
+        method_ = {};
+        try {
+            end();
+        } catch (const Error& failure) {
+            tell("refused", {.reason = failure.description()});
+        }
+        files_->writeOut();
         report_.finish(packets_.kinds());
         return report_.errors() == 0 ? 0 : 1;
     }
@@ -83,18 +91,29 @@ private:
 
     void playLine(const std::string& text) {
         const Member* member = nullptr;
-        json call;
+        std::string_view code = "bad-argument";
         try {
-            call = parseJobLine(text);
+            json call = parseJobLine(text);
             member = &calledMethod(call);
             method_ = member->name;
             automation::Arguments arguments(*member);
             fillArguments(arguments, *member, *call.begin());
-            if (!belongsToLost(*member)) play(*member, *call.begin(), arguments);
+            if (belongsToLost(*member)) return;
+            code = "refused";
+            play(*member, *call.begin(), arguments);
         } catch (const Error& failure) {
-            tell("bad-argument", {.reason = failure.description()});
+            tell(code, {.reason = code == "refused" ? reasonOf(failure) : failure.description()});
             if (member != nullptr) failed(*member);
         }
+    }
+
+    /// What is known of a failure.
+    std::u16string reasonOf(const Error& failure) {
+        std::u16string reason = failure.description();
+        if (method_ != "AddOrder" && method_ != "AddQuotation") return reason;
+        const std::u16string account = store_.LastFailure();
+        if (!account.empty() && account != reason) reason.append(u"\r\n").append(account);
+        return reason;
     }
 
     void play(const Member& member, json& values, automation::Arguments& arguments) {
@@ -127,17 +146,7 @@ private:
 
     void invoke(const Member& member, const json& values, const automation::Arguments& arguments) {
         packets_.before({line_, &member});
-        try {
-            member.invoke(&store_, arguments.data());
-        } catch (const Error& failure) {
-            std::u16string reason = failure.description();
-            const std::u16string account =
-                member.name == "AddOrder" || member.name == "AddQuotation" ? store_.LastFailure() : std::u16string();
-            if (!account.empty() && account != reason) reason.append(u"\r\n").append(account);
-            tell("refused", {.reason = std::move(reason)});
-            failed(member);
-            return;
-        }
+        member.invoke(&store_, arguments.data());
         packets_.after();
         open_.after(line_);
         if (member.name == "Create") hasHead_ = true;
@@ -328,7 +337,6 @@ private:
                                      .reason = u"packet files that are not sent when the job ends: " +
                                                numberText(waiting.size())}});
         }
-        files_->writeOut();
     }
 
     TrialFolder folder_;
@@ -353,8 +361,9 @@ int checkJob(const ports::Environment& environment, const Streams& streams, cons
     Check check(environment, streams, options);
     try {
         return check.play();
-    } catch (const Error& failure) {
-        streams.err << "quill1xml: the check ends here: " << failure.what() << std::endl;
+    } catch (const std::runtime_error& failure) {
+        // What is wrong with the job is in the report: this is about the folder that it is tried out in.
+        streams.err << "quill1xml: the job cannot be checked to its end: " << failure.what() << std::endl;
         return 1;
     }
 }

@@ -1,8 +1,7 @@
 #include "command_line/duplicate_keys.hpp"
 
-#include "quill1xml/error.hpp"
-
 #include <algorithm>
+#include <stdexcept>
 #include <unordered_map>
 #include <vector>
 
@@ -23,7 +22,7 @@ struct First {
 };
 
 void require(bool done) {
-    if (!done) throw runtimeError(RuntimeError::deviceIo, u"a temporary file for the keys of records");
+    if (!done) throw std::runtime_error("a temporary file for the keys of records fails");
 }
 
 void seek(std::FILE* file, std::uint64_t place) { require(fseeko(file, static_cast<off_t>(place), SEEK_SET) == 0); }

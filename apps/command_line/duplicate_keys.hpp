@@ -17,10 +17,10 @@ public:
     /// Called for each key that was added before, in the order of lines for up to 65536 keys.
     using Found = std::function<void(const std::u16string& key, std::size_t line, std::size_t firstLine)>;
 
-    /// Throws error 57 when a file cannot be written.
+    /// Throws std::runtime_error when a file cannot be written.
     void add(std::u16string_view key, std::size_t line);
 
-    /// Tells what came twice and forgets all keys. Throws error 57 when a file cannot be read.
+    /// Tells what came twice and forgets all keys. Throws std::runtime_error when a file cannot be read.
     void tell(const Found& found);
 
 private:

@@ -17,7 +17,7 @@
 namespace quill1xml::cli {
 
 /// Looks at each packet file when it is complete, and at parts of those that grow too large to be held. The store must
-/// know its schema by then.
+/// know its schema by then. Throws std::runtime_error where what was looked at cannot be written out.
 class PacketTrial : private TrialFiles::Watcher {
 public:
     PacketTrial(TrialFiles& files, const Store& store, CheckReport& report);
@@ -28,7 +28,7 @@ public:
     /// Before a call, which may write a record.
     void before(const RecordCall& call);
 
-    /// After a call that went well. Throws the Error of a file that cannot be written.
+    /// After a call that went well.
     void after();
 
     /// Whether enough is written to be looked at.

@@ -4,6 +4,7 @@
 #include "text/wildcard.hpp"
 
 #include <algorithm>
+#include <stdexcept>
 #include <system_error>
 
 namespace quill1xml::cli {
@@ -29,7 +30,11 @@ Text TrialFiles::unwritten(const std::u16string& packet) const {
 
 void TrialFiles::writeOut(Packet& packet) {
     if (packet.unwritten.empty()) return;
-    real_->appendText(packet.place, packet.unwritten);
+    try {
+        real_->appendText(packet.place, packet.unwritten);
+    } catch (const Error& error) {
+        throw std::runtime_error(error.what());  // the job is not to blame
+    }
     unwritten_ -= packet.unwritten.size();
     std::u16string().swap(packet.unwritten);  // with its memory
 }
@@ -54,7 +59,7 @@ std::u16string TrialFiles::placeFor(Text fileName) {
         const std::filesystem::path next = placeCount_ == 1 ? folder_ : folder_ / std::to_string(placeCount_);
         std::error_code failed;
         std::filesystem::create_directories(next, failed);
-        if (failed) throw runtimeError(RuntimeError::pathFileAccess, next.u16string());
+        if (failed) throw std::runtime_error(next.string() + ": " + failed.message());
         place = places_.insert_or_assign(folder, next).first;
     }
     return (place->second / name).u16string();

@@ -4,6 +4,7 @@
 #include "text/url.hpp"
 
 #include <fstream>
+#include <stdexcept>
 
 namespace quill1xml::cli {
 
@@ -18,7 +19,7 @@ std::u16string TrialSchema::builtIn() {
     if (!std::filesystem::exists(file)) {
         std::ofstream out(file, std::ios::binary);
         if (!(out << storeSchema(SchemaDialect::xsd) << std::flush)) {
-            throw runtimeError(RuntimeError::pathFileAccess, file.u16string());
+            throw std::runtime_error("cannot write " + file.string());
         }
     }
     return file.u16string();

@@ -109,7 +109,9 @@ std::string outcomeOf(const Case& c) {
     if (status == 0) return packets.str();
     EXPECT_FALSE(fake.log->entries.empty());
     EXPECT_EQ(packets.str(), "");
-    const std::string report = err.str();
+    std::string report = err.str();
+    // What the command line knows beyond the error stands below it.
+    if (const std::size_t account = report.find("\n    "); account != std::string::npos) report.resize(account + 1);
     return report.substr(report.find(": error ") + 2);
 }
 
