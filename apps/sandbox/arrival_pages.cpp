@@ -13,32 +13,24 @@ std::string numbered(std::string_view path, const Json& number) {
     return number.is_null() ? "sample" : link(std::string(path) + '/' + number.dump(), number.dump());
 }
 
-std::string list(const Visit& visit, std::string_view title, const Listing& listing, const std::string& shown,
-                 std::string_view hint, const std::string& above = {}) {
-    return framed(visit, title,
-                  "<h1>" + escaped(title) + " " + amountOf(visit, listing) + "</h1>\n" + above +
-                      (listing.total == 0 ? "<p class=\"hint\">" + nothing(visit, hint) + "</p>\n" : shown) +
-                      pager(visit, listing));
-}
-
-/// Names and values; each value is HTML already.
-std::string facts(const std::vector<std::pair<std::string_view, std::string>>& rows) {
+/// Names and values, which are HTML already.
+std::string facts(const std::vector<std::pair<std::string, std::string>>& rows) {
     std::string html = "<div class=\"card wide\"><table>\n<tbody>\n";
     for (const auto& [name, value] : rows)
-        html += "<tr><th scope=\"row\">" + std::string(name) + "</th><td>" + value + "</td></tr>\n";
+        html += "<tr><th scope=\"row\">" + name + "</th><td>" + value + "</td></tr>\n";
     return html + "</tbody>\n</table></div>\n";
 }
 
 std::string attributeTable(const Json& attributes) {
     if (attributes.empty()) return "<p class=\"hint\">It has none.</p>\n";
-    Table table("Attributes", {{"Attribute"}, {"Value"}});
+    std::vector<std::pair<std::string, std::string>> rows;
     for (const auto& [name, value] : attributes.items()) {
         const auto& text = value.get_ref<const std::string&>();
-        table.row({"<code>" + escaped(name) + "</code>", text.empty()
-                                                             ? "<span class=\"soft\">empty</span>"
-                                                             : "<div class=\"long\">" + escaped(text) + "</div>"});
+        rows.emplace_back(
+            "<code>" + escaped(name) + "</code>",
+            text.empty() ? "<span class=\"soft\">empty</span>" : "<div class=\"long\">" + escaped(text) + "</div>");
     }
-    return table.html();
+    return facts(rows);
 }
 
 /// The children of one name, a column for every attribute that one of them has.
@@ -102,7 +94,7 @@ std::string historyTable(const Json& record) {
 
 }  // namespace
 
-std::string importTable(const Visit&, const Listing& imports) {
+std::string importTable(const Listing& imports) {
     Table table("Imports", {{"Import", true}, {"Time (UTC)"}, {"Store", true}, {"User"}, {"Records"}});
     for (const Json& import : imports.rows)
         table.row({numbered("/imports", import.at("import")),
@@ -125,7 +117,7 @@ std::string refusalTable(const Listing& refusals) {
 }
 
 std::string importsPage(const Visit& visit, const Listing& imports) {
-    return list(visit, "Imports", imports, importTable(visit, imports), noImports);
+    return listPage(visit, "Imports", imports, importTable(imports), noImports);
 }
 
 std::string importPage(const Visit& visit, const Json& import) {
@@ -144,7 +136,7 @@ std::string importPage(const Visit& visit, const Json& import) {
 }
 
 std::string refusalsPage(const Visit& visit, const Listing& refusals) {
-    return list(visit, "Refused", refusals, refusalTable(refusals), noRefusals);
+    return listPage(visit, "Refused", refusals, refusalTable(refusals), noRefusals);
 }
 
 std::string refusalPage(const Visit& visit, const Json& refusal) {
@@ -178,8 +170,8 @@ std::string recordsPage(const Visit& visit, const Json& kinds, const Listing& re
         table.row({numbered("/records", record.at("id")), escaped(record.at("kind").get_ref<const std::string&>()),
                    escaped(record.at("key").get_ref<const std::string&>()), numbered("/imports", record.at("import")),
                    summaryOf(record.at("attributes"))});
-    return list(visit, chosen.empty() ? "Records" : chosen, records, table.html(), noImports,
-                kinds.empty() ? "" : chips + "</ul></details>\n");
+    return listPage(visit, chosen.empty() ? "Records" : chosen, records, table.html(), noImports,
+                    kinds.empty() ? "" : chips + "</ul></details>\n");
 }
 
 std::string recordPage(const Visit& visit, const Json& record, const std::string& above) {

@@ -12,7 +12,7 @@ namespace quill1xml::sandbox {
 inline constexpr std::string_view noImports = "Nothing has been published yet.";
 inline constexpr std::string_view noRefusals = "Nothing was refused.";
 
-std::string importTable(const Visit& visit, const Listing& imports);
+std::string importTable(const Listing& imports);
 std::string refusalTable(const Listing& refusals);
 
 std::string importsPage(const Visit& visit, const Listing& imports);

@@ -90,6 +90,21 @@ std::string heading(const Visit& visit) {
            searchForm(visit) + "</div>\n" + tabList(visit) + "</header>\n";
 }
 
+/// The ways to the other pages of a list; empty when it has one.
+std::string pager(const Visit& visit, const Listing& listing) {
+    if (listing.pages < 2) return {};
+    const auto to = [&](std::int64_t page, std::string_view name, bool possible, const char* rel) {
+        if (!possible) return "<span>" + std::string(name) + "</span>\n";
+        return "<a href=\"" + escaped(visit.toPage(page)) + '"' + rel + '>' + std::string(name) + "</a>\n";
+    };
+    const bool first = listing.page == 1;
+    const bool last = listing.page == listing.pages;
+    return "<nav class=\"pages\" aria-label=\"Pages of this list\">\n" + to(1, "First", !first, "") +
+           to(listing.page - 1, "Previous", !first, " rel=\"prev\"") + "<span>Page " + std::to_string(listing.page) +
+           " of " + std::to_string(listing.pages) + "</span>\n" + to(listing.page + 1, "Next", !last, " rel=\"next\"") +
+           to(listing.pages, "Last", !last, "") + "</nav>\n";
+}
+
 }  // namespace
 
 std::optional<std::int64_t> Visit::store() const {
@@ -128,18 +143,16 @@ std::string errorPage(int status, std::string_view message) {
                       link("/", "To the shop window") + "</p>\n");
 }
 
-std::string pager(const Visit& visit, const Listing& listing) {
-    if (listing.pages < 2) return {};
-    const auto to = [&](std::int64_t page, std::string_view name, bool possible, const char* rel) {
-        if (!possible) return "<span>" + std::string(name) + "</span>\n";
-        return "<a href=\"" + escaped(visit.toPage(page)) + '"' + rel + '>' + std::string(name) + "</a>\n";
-    };
-    const bool first = listing.page == 1;
-    const bool last = listing.page == listing.pages;
-    return "<nav class=\"pages\" aria-label=\"Pages of this list\">\n" + to(1, "First", !first, "") +
-           to(listing.page - 1, "Previous", !first, " rel=\"prev\"") + "<span>Page " + std::to_string(listing.page) +
-           " of " + std::to_string(listing.pages) + "</span>\n" + to(listing.page + 1, "Next", !last, " rel=\"next\"") +
-           to(listing.pages, "Last", !last, "") + "</nav>\n";
+std::string listPage(const Visit& visit, std::string_view title, const Listing& listing, const std::string& shown,
+                     std::string_view hint, const std::string& above) {
+    return framed(visit, title,
+                  "<h1>" + escaped(title) + " " + amountOf(visit, listing) + "</h1>\n" + above +
+                      (listing.total == 0 ? "<p class=\"hint\">" + nothing(visit, hint) + "</p>\n" : shown) +
+                      pager(visit, listing));
+}
+
+std::string nothing(const Visit& visit, std::string_view hint) {
+    return visit.wanted.text.empty() ? escaped(hint) : "Nothing found.";
 }
 
 std::string amountOf(const Visit& visit, const Listing& listing) {

@@ -35,10 +35,15 @@ std::string framed(const Visit& visit, std::string_view title, const std::string
 /// A document for what cannot be shown.
 std::string errorPage(int status, std::string_view message);
 
-/// The ways to the other pages of a list; empty when it has one.
-std::string pager(const Visit& visit, const Listing& listing);
+/// The page of one list: what is above it, the rows as they are shown, the ways to its other pages; a hint when it is
+/// empty.
+std::string listPage(const Visit& visit, std::string_view title, const Listing& listing, const std::string& shown,
+                     std::string_view hint, const std::string& above = {});
 
-/// "3 of 120 found" and the like.
+/// The hint for an empty list, or that nothing was found.
+std::string nothing(const Visit& visit, std::string_view hint);
+
+/// How many rows a list has in all.
 std::string amountOf(const Visit& visit, const Listing& listing);
 
 }  // namespace quill1xml::sandbox

@@ -103,8 +103,4 @@ std::string sheet(const Visit& visit, const std::string& address, const Json& at
            offerOf(visit, attributes, tax) + "</div></div>\n";
 }
 
-std::string nothing(const Visit& visit, std::string_view hint) {
-    return visit.wanted.text.empty() ? escaped(hint) : "Nothing found.";
-}
-
 }  // namespace quill1xml::sandbox

@@ -27,7 +27,4 @@ std::string picture(const std::string& address, const std::string& name);
 /// One product with its picture and what a shopper is told of it.
 std::string sheet(const Visit& visit, const std::string& picture, const Json& attributes, const Json& tax);
 
-/// The hint for an empty list, or that nothing was found.
-std::string nothing(const Visit& visit, std::string_view hint);
-
 }  // namespace quill1xml::sandbox

@@ -80,25 +80,17 @@ std::string imageShelf(const Listing& images) {
     return html + "</ul>\n";
 }
 
-/// The page of one list.
-std::string listPage(const Visit& visit, std::string_view title, const Listing& listing, const std::string& shown,
-                     std::string_view hint, const std::string& above = {}) {
-    return framed(visit, title,
-                  "<h1>" + escaped(title) + " " + amountOf(visit, listing) + "</h1>\n" + above +
-                      (listing.total == 0 ? "<p class=\"hint\">" + nothing(visit, hint) + "</p>\n" : shown) +
-                      pager(visit, listing));
-}
-
 /// One list on the front page, with the way to all of it.
 std::string section(const Visit& visit, std::string_view title, std::string_view path, const Listing& listing,
                     const std::string& shown, std::string_view hint, const std::string& above = {}) {
+    if (listing.total == 0 && !visit.wanted.text.empty()) return {};
     const bool more = listing.pages > 1;
     return "<section>\n<h2>" + escaped(title) + " " + amountOf(visit, listing) +
            (more ? "<span class=\"more\">" +
                        link(visit.to(path, {{"q", visit.wanted.text}}), "All " + std::to_string(listing.total)) +
                        "</span>"
                  : "") +
-           "</h2>\n" + above + (listing.total == 0 ? "<p class=\"hint\">" + nothing(visit, hint) + "</p>\n" : shown) +
+           "</h2>\n" + above + (listing.total == 0 ? "<p class=\"hint\">" + escaped(hint) + "</p>\n" : shown) +
            "</section>\n";
 }
 
@@ -145,17 +137,17 @@ std::string imagesPage(const Visit& visit, const Listing& images) {
 }
 
 std::string frontPage(const Visit& visit, const Front& front) {
-    return framed(
-        visit, "Shop window",
+    const std::string sections =
         section(visit, "Catalogue", "/products", front.products, shelves(visit, front), noProducts,
                 categoryChips(visit, {std::nullopt, front.categories})) +
-            section(visit, "Orders", "/orders", front.orders, orderTable(front.orders), noShoppers) +
-            section(visit, "Quotations", "/quotations", front.quotations, quotationTable(front.quotations),
-                    noShoppers) +
-            section(visit, "Customers", "/customers", front.customers, customerTable(front.customers), noShoppers) +
-            section(visit, "Images", "/images", front.images, imageShelf(front.images), noImages) +
-            section(visit, "Imports", "/imports", front.imports, importTable(visit, front.imports), noImports) +
-            section(visit, "Refused", "/refusals", front.refusals, refusalTable(front.refusals), noRefusals));
+        section(visit, "Orders", "/orders", front.orders, orderTable(front.orders), noShoppers) +
+        section(visit, "Quotations", "/quotations", front.quotations, quotationTable(front.quotations), noShoppers) +
+        section(visit, "Customers", "/customers", front.customers, customerTable(front.customers), noShoppers) +
+        section(visit, "Images", "/images", front.images, imageShelf(front.images), noImages) +
+        section(visit, "Imports", "/imports", front.imports, importTable(front.imports), noImports) +
+        section(visit, "Refused", "/refusals", front.refusals, refusalTable(front.refusals), noRefusals);
+    return framed(visit, "Shop window",
+                  sections.empty() ? "<p class=\"hint\">" + nothing(visit, noProducts) + "</p>\n" : sections);
 }
 
 }  // namespace quill1xml::sandbox
