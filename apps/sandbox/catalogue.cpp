@@ -117,10 +117,15 @@ std::optional<Json> category(Storage& storage, Store store, const std::string& i
 
 Listing products(Storage& storage, Store store, const std::string& category, const Wanted& wanted) {
     return storage.read([&](const SQLite::Database& database) {
-        const std::string from = standingRows("r", "?3") + " AND " + containsText("r") + " AND (?4 = '' OR r.key IN (" +
-                                 productsOfCategory() + "))";
+        Query query;
+        query.table = "standing AS r";
+        query.key = "r.id";
+        query.columns = "r.id, " + shortAttributes("r");
+        query.condition = stands("r", "?3") + " AND " + containsText("r", wanted.text) +
+                          (category.empty() ? " AND ?4 = ''" : " AND r.key IN (" + productsOfCategory() + ")");
+        query.order = "r.rank, r.id";
         Listing listing = listRows(
-            database, "r.id, " + shortAttributes("r"), from, "r.rank, r.id", wanted,
+            database, query, wanted,
             [](SQLite::Statement& row) {
                 return Json{{"id", integer(row, 0)}, {"attributes", Json::parse(text(row, 1))}};
             },

@@ -3,11 +3,16 @@
 namespace quill1xml::sandbox {
 namespace {
 
-/// The same over plain columns.
+/// The condition that one of the columns contains what the parameter ?1 is the pattern for, or that it is empty.
 std::string anyContains(std::initializer_list<const char*> columns) {
     std::string condition = "(?1 = ''";
     for (const char* column : columns) condition += std::string(" OR ") + column + " LIKE ?1 ESCAPE '\\'";
     return condition + ")";
+}
+
+/// A comparison that is left out still mentions its parameter; an OR in its place would keep the index from use.
+std::string compare(bool given, const char* column, const char* parameter) {
+    return " AND " + (given ? std::string(column) + " = " + parameter : std::string(parameter) + " IS NULL");
 }
 
 }  // namespace
@@ -22,12 +27,18 @@ std::string patternFor(const std::string& text) {
     return pattern + '%';
 }
 
-std::string containsText(const std::string& alias) {
+std::string containsText(const std::string& alias, const std::string& text) {
+    if (text.empty()) return "?2 = ''";
+    const auto like = [](const std::string& value) { return value + " LIKE ?2 ESCAPE '\\'"; };
+    // A text that JSON does not escape stands in it as it is: that rules out most records without taking them apart.
+    const bool isPlain = std::ranges::none_of(
+        text, [](char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+    const auto mayHave = [&](const std::string& column) { return isPlain ? like(column) + " AND " : std::string(); };
     // Files stand in attributes as base64, where almost any short text could be found.
-    return "(?2 = '' OR EXISTS (SELECT 1 FROM json_each(" + alias +
-           ".attributes) WHERE value LIKE ?2 ESCAPE '\\' AND key NOT LIKE '%File')"
-           " OR EXISTS (SELECT 1 FROM json_tree(" +
-           alias + ".children) WHERE atom LIKE ?2 ESCAPE '\\' AND key <> 'element' AND key NOT LIKE '%File'))";
+    return "(" + mayHave(alias + ".attributes") + "EXISTS (SELECT 1 FROM json_each(" + alias + ".attributes) WHERE " +
+           like("value") + " AND key NOT LIKE '%File') OR " + mayHave(alias + ".children") +
+           "EXISTS (SELECT 1 FROM json_tree(" + alias + ".children) WHERE " + like("atom") +
+           " AND key <> 'element' AND key NOT LIKE '%File'))";
 }
 
 std::string shortAttributes(const std::string& alias) {
@@ -37,10 +48,15 @@ std::string shortAttributes(const std::string& alias) {
 Listing standing(Storage& storage, const std::string& kind, std::optional<std::int64_t> store, const Wanted& wanted) {
     const std::string lines =
         " FROM json_each(r.children) AS line WHERE json_extract(line.value, '$.element') LIKE '%LineItem')";
-    const std::string columns = "r.id, " + shortAttributes("r") + ", (SELECT count(*)" + lines +
-                                ", (SELECT sum(json_extract(line.value, '$.attributes.Quantity') * "
-                                "json_extract(line.value, '$.attributes.Price'))" +
-                                lines;
+    Query query;
+    query.table = "standing AS r";
+    query.key = "r.id";
+    query.columns = "r.id, " + shortAttributes("r") + ", (SELECT count(*)" + lines +
+                    ", (SELECT sum(json_extract(line.value, '$.attributes.Quantity') * "
+                    "json_extract(line.value, '$.attributes.Price'))" +
+                    lines;
+    query.condition = stands("r", "?3") + " AND " + containsText("r", wanted.text);
+    query.order = "r.id DESC";
     const auto read = [](SQLite::Statement& row) {
         return Json{{"id", integer(row, 0)},
                     {"attributes", Json::parse(text(row, 1))},
@@ -48,20 +64,19 @@ Listing standing(Storage& storage, const std::string& kind, std::optional<std::i
                     {"goods", row.isColumnNull(3) ? Json() : Json(row.getColumn(3).getDouble())}};
     };
     return storage.read([&](const SQLite::Database& database) {
-        return listRows(database, columns, standingRows("r", "?3") + " AND " + containsText("r"), "r.id DESC", wanted,
-                        read, store, patternFor(wanted.text), kind);
+        return listRows(database, query, wanted, read, store, patternFor(wanted.text), kind);
     });
 }
 
 Listing records(Storage& storage, const RecordFilter& filter, const Wanted& wanted) {
-    // A comparison that is left out still mentions its parameter; an OR in its place would keep the index from use.
-    const auto compare = [](bool given, const char* column, const char* parameter) {
-        return std::string(" AND ") +
-               (given ? std::string(column) + " = " + parameter : std::string(parameter) + " IS NULL");
-    };
-    const std::string from =
-        " FROM records AS r WHERE " + containsText("r") + compare(filter.kind.has_value(), "r.kind", "?1") +
-        compare(filter.key.has_value(), "r.key", "?3") + compare(filter.import.has_value(), "r.import", "?4");
+    Query query;
+    query.table = "records AS r";
+    query.key = "r.id";
+    query.columns = "r.id, r.kind, r.key, r.import, " + shortAttributes("r");
+    query.condition = containsText("r", wanted.text) + compare(filter.kind.has_value(), "r.kind", "?1") +
+                      compare(filter.key.has_value(), "r.key", "?3") +
+                      compare(filter.import.has_value(), "r.import", "?4");
+    query.order = "r.id DESC";
     const auto read = [](SQLite::Statement& row) {
         const std::optional<std::int64_t> import = perhapsInteger(row, 3);
         return Json{{"id", integer(row, 0)},
@@ -71,12 +86,20 @@ Listing records(Storage& storage, const RecordFilter& filter, const Wanted& want
                     {"attributes", Json::parse(text(row, 4))}};
     };
     return storage.read([&](const SQLite::Database& database) {
-        return listRows(database, "r.id, r.kind, r.key, r.import, " + shortAttributes("r"), from, "r.id DESC", wanted,
-                        read, filter.kind, patternFor(wanted.text), filter.key, filter.import);
+        return listRows(database, query, wanted, read, filter.kind, patternFor(wanted.text), filter.key, filter.import);
     });
 }
 
 Listing imports(Storage& storage, const Wanted& wanted) {
+    Query query;
+    query.table = "imports";
+    query.key = "number";
+    query.columns =
+        "number, time, store_id, user, (SELECT group_concat(many || ' ' || kind, ', ') FROM (SELECT kind, "
+        "count(*) AS many FROM records WHERE import = number GROUP BY kind ORDER BY min(id)))";
+    query.condition = "(" + anyContains({"number", "time", "store_id", "user"}) +
+                      " OR EXISTS (SELECT 1 FROM records WHERE import = number AND kind LIKE ?1 ESCAPE '\\'))";
+    query.order = "number DESC";
     const auto read = [](SQLite::Statement& row) {
         return Json{{"import", integer(row, 0)},
                     {"time", text(row, 1)},
@@ -85,38 +108,39 @@ Listing imports(Storage& storage, const Wanted& wanted) {
                     {"kinds", text(row, 4)}};
     };
     return storage.read([&](const SQLite::Database& database) {
-        return listRows(database,
-                        "number, time, store_id, user, "
-                        "(SELECT group_concat(many || ' ' || kind, ', ') FROM (SELECT kind, count(*) AS many "
-                        "FROM records WHERE import = number GROUP BY kind ORDER BY min(id)))",
-                        " FROM imports WHERE (" + anyContains({"number", "time", "store_id", "user"}) +
-                            " OR EXISTS (SELECT 1 FROM records WHERE import = number AND kind LIKE ?1 ESCAPE '\\'))",
-                        "number DESC", wanted, read, patternFor(wanted.text));
+        return listRows(database, query, wanted, read, patternFor(wanted.text));
     });
 }
 
 Listing refusals(Storage& storage, const Wanted& wanted) {
+    Query query;
+    query.table = "refusals";
+    query.key = "number";
+    query.columns = "number, time, endpoint, code, source, description, size";
+    query.condition = anyContains({"number", "time", "endpoint", "code", "source", "description", "beginning"});
+    query.order = "number DESC";
     const auto read = [](SQLite::Statement& row) {
         return Json{{"number", integer(row, 0)}, {"time", text(row, 1)},   {"endpoint", text(row, 2)},
                     {"code", integer(row, 3)},   {"source", text(row, 4)}, {"description", text(row, 5)},
                     {"size", integer(row, 6)}};
     };
     return storage.read([&](const SQLite::Database& database) {
-        return listRows(database, "number, time, endpoint, code, source, description, size",
-                        " FROM refusals WHERE " +
-                            anyContains({"number", "time", "endpoint", "code", "source", "description", "beginning"}),
-                        "number DESC", wanted, read, patternFor(wanted.text));
+        return listRows(database, query, wanted, read, patternFor(wanted.text));
     });
 }
 
 Listing images(Storage& storage, const Wanted& wanted) {
+    Query query;
+    query.table = "images";
+    query.key = "images.rowid";
+    query.columns = "folder, name, length(bytes)";
+    query.condition = anyContains({"folder", "name"});
+    query.order = "folder, name";
     const auto read = [](SQLite::Statement& row) {
         return Json{{"folder", text(row, 0)}, {"name", text(row, 1)}, {"size", integer(row, 2)}};
     };
     return storage.read([&](const SQLite::Database& database) {
-        return listRows(database, "folder, name, length(bytes)",
-                        " FROM images WHERE " + anyContains({"folder", "name"}), "folder, name", wanted, read,
-                        patternFor(wanted.text));
+        return listRows(database, query, wanted, read, patternFor(wanted.text));
     });
 }
 

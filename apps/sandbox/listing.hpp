@@ -4,6 +4,7 @@
 
 #include "storage.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -49,21 +50,32 @@ Listing refusals(Storage& storage, const Wanted& wanted);
 /// [{"folder", "name", "size"}] by name.
 Listing images(Storage& storage, const Wanted& wanted);
 
-/// The rows and their number, by SQL: a SELECT of columns, its FROM and WHERE, its ORDER BY; and the values of the
-/// parameters, all of which must stand in FROM and WHERE.
+/// A list in SQL. All parameters must stand in its condition.
+struct Query {
+    std::string table;    ///< with its alias
+    std::string key;      ///< what identifies a row
+    std::string columns;  ///< only those of the page are worked out
+    std::string condition;
+    std::string order;
+};
+
+/// The wanted page of a list; the values are those of the parameters ?1, ?2 and so on.
 template <class Read, class... Values>
-Listing listRows(const SQLite::Database& database, const std::string& columns, const std::string& from,
-                 const std::string& order, const Wanted& wanted, Read read, const Values&... values) {
+Listing listRows(const SQLite::Database& database, const Query& query, const Wanted& wanted, Read read,
+                 const Values&... values) {
+    const std::string from = " FROM " + query.table + " WHERE ";
     Listing listing;
-    SQLite::Statement count = prepare(database, "SELECT count(*)" + from, values...);
+    SQLite::Statement count = prepare(database, "SELECT count(*)" + from + query.condition, values...);
     if (count.executeStep()) listing.total = integer(count, 0);
     listing.pages = std::max<std::int64_t>(1, (listing.total + wanted.size - 1) / wanted.size);
     listing.page = std::min(wanted.page, listing.pages);
-    SQLite::Statement rows =
-        prepare(database,
-                "SELECT " + columns + from + " ORDER BY " + order + " LIMIT " + std::to_string(wanted.size) +
-                    " OFFSET " + std::to_string((listing.page - 1) * wanted.size),
-                values...);
+    const std::string order = " ORDER BY " + query.order;
+    const std::string ofPage =
+        " LIMIT " + std::to_string(wanted.size) + " OFFSET " + std::to_string((listing.page - 1) * wanted.size);
+    SQLite::Statement rows = prepare(database,
+                                     "SELECT " + query.columns + from + query.key + " IN (SELECT " + query.key + from +
+                                         query.condition + order + ofPage + ")" + order,
+                                     values...);
     while (rows.executeStep()) listing.rows.push_back(read(rows));
     return listing;
 }
@@ -71,8 +83,8 @@ Listing listRows(const SQLite::Database& database, const std::string& columns, c
 /// The pattern for LIKE ... ESCAPE '\' that finds a text anywhere; empty for an empty text.
 std::string patternFor(const std::string& text);
 
-/// The condition that the record of an alias contains what the parameter ?2 is the pattern for, or that it is empty.
-std::string containsText(const std::string& alias);
+/// The condition that the record of an alias contains a text, whose pattern is the parameter ?2.
+std::string containsText(const std::string& alias, const std::string& text);
 
 /// The expression for the attributes of an alias with long values shortened.
 std::string shortAttributes(const std::string& alias);

@@ -19,7 +19,7 @@ std::string imagesPage(const Visit& visit, const Listing& images);
 /// The beginning of every list.
 struct Front {
     Json categories;               ///< those at the top
-    std::vector<Listing> shelves;  ///< of each of those categories, as far as they are shown; may be empty
+    std::vector<Listing> shelves;  ///< of the first of those categories; none for a search
     Listing products;              ///< of the whole shop
     Listing orders;
     Listing quotations;

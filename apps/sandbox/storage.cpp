@@ -57,14 +57,17 @@ std::string beginningOf(const std::string& body) {
 
 }  // namespace
 
-std::string standingRows(const std::string& alias, const std::string& kind) {
+std::string stands(const std::string& alias, const std::string& kind) {
     const auto ofStore = [](const std::string& name) {
         return "(" + name + ".store_id = ?1 OR " + name + ".store_id IS NULL)";
     };
-    return " FROM standing AS " + alias + " WHERE " + alias + ".kind = " + kind + " AND " + alias + ".hidden = 0 AND " +
-           ofStore(alias) + " AND (" + alias +
+    return alias + ".kind = " + kind + " AND " + alias + ".hidden = 0 AND " + ofStore(alias) + " AND (" + alias +
            ".key = '' OR NOT EXISTS (SELECT 1 FROM records AS newer WHERE newer.kind = " + alias +
            ".kind AND newer.key = " + alias + ".key AND newer.id > " + alias + ".id AND " + ofStore("newer") + "))";
+}
+
+std::string standingRows(const std::string& alias, const std::string& kind) {
+    return " FROM standing AS " + alias + " WHERE " + stands(alias, kind);
 }
 
 Storage::Storage(const std::string& file) : database_(openStore(file)) {}

@@ -73,7 +73,11 @@ private:
     SQLite::Database database_;
 };
 
-/// The FROM and WHERE of the records of a kind, an SQL expression, that stand in the store ?1, under an alias.
+/// The condition that a row of the view "standing", under an alias, is of a kind, an SQL expression, and stands in the
+/// store ?1.
+std::string stands(const std::string& alias, const std::string& kind);
+
+/// The FROM and WHERE of all such rows.
 std::string standingRows(const std::string& alias, const std::string& kind);
 
 }  // namespace quill1xml::sandbox

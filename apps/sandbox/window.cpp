@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::int64_t productsInFront = 10;
 constexpr std::int64_t productsOnShelf = 5;
-constexpr std::size_t shelvesInFront = 4;
+constexpr std::size_t shelvesInFront = 3;
 constexpr std::int64_t rowsInFront = 5;
 
 using Names = std::vector<std::string_view>;
@@ -43,7 +43,8 @@ Front frontOf(Storage& storage, Visit visit) {
     front.categories = categoriesBelow(storage, visit.store(), "");
     front.products = products(storage, visit.store(), "", visit.wanted);
     visit.wanted.size = productsOnShelf;
-    for (std::size_t i = 0; i < std::min(shelvesInFront, front.categories.size()); ++i)
+    const std::size_t shelves = visit.wanted.text.empty() ? std::min(shelvesInFront, front.categories.size()) : 0;
+    for (std::size_t i = 0; i < shelves; ++i)
         front.shelves.push_back(
             products(storage, visit.store(), front.categories[i].at("id").get<std::string>(), visit.wanted));
     visit.wanted.size = rowsInFront;
