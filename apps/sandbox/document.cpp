@@ -1,5 +1,6 @@
 #include "document.hpp"
 
+#include "escape.hpp"
 #include "receipt.hpp"
 
 #include <charconv>
@@ -68,6 +69,18 @@ std::int64_t toInteger(const std::string& text) {
 
 }  // namespace
 
+std::string elementText(std::string_view name, const Json& attributes, const Json& children) {
+    std::string out = "<" + std::string(name);
+    for (const auto& [attribute, value] : attributes.items())
+        out += ' ' + attribute + "=\"" + escaped(value.get_ref<const std::string&>()) + '"';
+    if (children.empty()) return out + "/>";
+    out += '>';
+    for (const Json& child : children)
+        out += elementText(child.at("element").get_ref<const std::string&>(), child.at("attributes"),
+                           child.at("children"));
+    return out + "</" + std::string(name) + '>';
+}
+
 void requireStoreRoot(const xmlDoc* document, std::string_view requiredNamespace, std::string_view source) {
     const xmlNode* root = xmlDocGetRootElement(document);
     if (localName(root) == "Store" && namespaceOf(root) == requiredNamespace) return;
@@ -79,17 +92,22 @@ void requireStoreRoot(const xmlDoc* document, std::string_view requiredNamespace
                       named("Store", requiredNamespace) + ".");
 }
 
+Sender senderOf(const xmlDoc* document) {
+    xmlNode* root = xmlDocGetRootElement(document);
+    for (xmlNode* child = xmlFirstElementChild(root); child != nullptr; child = xmlNextElementSibling(child))
+        if (localName(child) == "Envelope")
+            return {attributeValue(child, "UserName"), attributeValue(child, "Password")};
+    return {};
+}
+
 StoreDocument readStoreDocument(xmlDoc* document, const KeyAttributes& keyAttributes) {
     xmlNode* root = xmlDocGetRootElement(document);
     StoreDocument result;
     result.storeId = toInteger(attributeValue(root, "StoreID"));
+    result.user = senderOf(document).user;
     result.store = attributesOf(root);
     for (xmlNode* child = xmlFirstElementChild(root); child != nullptr; child = xmlNextElementSibling(child)) {
-        if (localName(child) == "Envelope") {
-            result.user = attributeValue(child, "UserName");
-        } else {
-            result.records.push_back(readRecord(child, keyAttributes));
-        }
+        if (localName(child) != "Envelope") result.records.push_back(readRecord(child, keyAttributes));
     }
     return result;
 }

@@ -28,15 +28,27 @@ struct Record {
     std::string xml;   ///< the element with its children, without namespace
 };
 
+/// Who sends a document, from its envelope; empty when it has none.
+struct Sender {
+    std::string user;
+    std::string password;
+};
+
 struct StoreDocument {
     std::int64_t storeId = 0;
-    std::string user;  ///< from the envelope; empty when there is none
+    std::string user;  ///< the sender's
     Json store;        ///< the attributes of the root element
     std::vector<Record> records;
 };
 
 /// The names of the attributes that identify a record of an element.
 using KeyAttributes = std::function<std::vector<std::string>(std::string_view element)>;
+
+/// Requires a root element.
+Sender senderOf(const xmlDoc* document);
+
+/// An element with its attributes and children, as a Record has them.
+std::string elementText(std::string_view name, const Json& attributes, const Json& children);
 
 /// Takes a parsed store document apart, which loses its namespaces. Requires the root that requireStoreRoot asks for.
 StoreDocument readStoreDocument(xmlDoc* document, const KeyAttributes& keyAttributes);

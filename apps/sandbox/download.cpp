@@ -17,6 +17,13 @@ std::string now() {
     return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &local)};
 }
 
+/// Quotations come with their currency under another name than the one they go out with.
+void nameAsDownloaded(Json& quotation) {
+    Json renamed = Json::object();
+    for (const auto& [name, value] : quotation.items()) renamed[name == "Currency" ? "QuoteCurrency" : name] = value;
+    quotation = std::move(renamed);
+}
+
 }  // namespace
 
 std::map<std::string, std::string> readForm(std::string_view body) {
@@ -41,18 +48,16 @@ std::int32_t storeIdIn(const std::map<std::string, std::string>& form) {
     throw Refusal(RefusalNumber::badRequest, "Request", "The form has no StoreID that is a number.");
 }
 
-std::string downloadDocument(std::int32_t storeId, const Json& records) {
+std::string downloadDocument(Storage& storage, const Download& download, std::int32_t storeId,
+                             const std::optional<std::string>& customer) {
     std::string out = "<Store xmlns=\"WebStore\" StoreID=\"" + std::to_string(storeId) + "\"><Envelope DateCreated=\"" +
                       now() + "\"/>";
-    for (const Json& record : records) out += record.at("xml").get_ref<const std::string&>();
+    storage.eachStanding(download.element, storeId, [&](Json& attributes, const Json& children) {
+        if (customer && attributes.value("EMailAddress", std::string()) != *customer) return;
+        if (download.element == std::string_view(quotations.element)) nameAsDownloaded(attributes);
+        out += elementText(download.element, attributes, children);
+    });
     return out + "</Store>";
-}
-
-Json recordsWith(const Json& records, const char* attribute, const std::string& value) {
-    Json found = Json::array();
-    for (const Json& record : records)
-        if (record.at("attributes").value(attribute, std::string()) == value) found.push_back(record);
-    return found;
 }
 
 }  // namespace quill1xml::sandbox

@@ -1,10 +1,11 @@
 // What shoppers did, as the store hands it out: the forms that ask for it and the documents that answer.
 #pragma once
 
-#include "document.hpp"
+#include "storage.hpp"
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,13 +14,12 @@ namespace quill1xml::sandbox {
 /// A kind of download.
 struct Download {
     const char* endpoint;
-    const char* element;       ///< the records it answers
-    const char* keyAttribute;  ///< what tells two of them apart
+    const char* element;  ///< the records it answers
 };
 
-inline constexpr Download customers{"/customers", "DebtorStaff", "EMailAddress"};
-inline constexpr Download orders{"/orders", "Order", "OrderNumber"};
-inline constexpr Download quotations{"/quotations", "Quote", "QuoteNumber"};
+inline constexpr Download customers{"/customers", "DebtorStaff"};
+inline constexpr Download orders{"/orders", "Order"};
+inline constexpr Download quotations{"/quotations", "Quote"};
 
 /// The fields of "name=value&name=value". Clients insert values as they are, so nothing is decoded, and a value that
 /// contains "&" ends there. Of two fields with one name the first counts.
@@ -28,10 +28,8 @@ std::map<std::string, std::string> readForm(std::string_view body);
 /// The store id that a form asks for. Throws a Refusal when it has none.
 std::int32_t storeIdIn(const std::map<std::string, std::string>& form);
 
-/// A store document with those records, a list as Storage gives it, created now.
-std::string downloadDocument(std::int32_t storeId, const Json& records);
-
-/// The records whose attribute has that value.
-Json recordsWith(const Json& records, const char* attribute, const std::string& value);
+/// A store document, created now, with the records that stand in the store; only those of a customer if one is given.
+std::string downloadDocument(Storage& storage, const Download& download, std::int32_t storeId,
+                             const std::optional<std::string>& customer = std::nullopt);
 
 }  // namespace quill1xml::sandbox

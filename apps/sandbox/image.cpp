@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 
 namespace quill1xml::sandbox {
 namespace {
@@ -25,7 +24,24 @@ int digit(char c) {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-/// Line breaks may stand anywhere; padding is required. Nothing when the text is no base64.
+void requirePlainName(const std::string& name, const char* what) {
+    const bool plain =
+        !name.empty() && name != "." && name != ".." && std::none_of(name.begin(), name.end(), [](char c) {
+            return c == '/' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
+        });
+    if (!plain) throw refuse(std::string(what) + " \"" + name + "\" is not a plain name.");
+}
+
+const xmlNode* onlyImage(const xmlDoc* document) {
+    xmlNode* root = xmlDocGetRootElement(document);
+    const xmlNode* child = xmlFirstElementChild(root);
+    if (xmlChildElementCount(root) != 1 || localName(child) != "Image")
+        throw refuse("An image request has one Image element.");
+    return child;
+}
+
+}  // namespace
+
 std::optional<std::string> decodeBase64(std::string text) {
     std::erase_if(text, isBlank);
     if (text.size() % 4 != 0) return std::nullopt;
@@ -45,24 +61,6 @@ std::optional<std::string> decodeBase64(std::string text) {
     }
     return bytes;
 }
-
-void requirePlainName(const std::string& name, const char* what) {
-    const bool plain =
-        !name.empty() && name != "." && name != ".." && std::none_of(name.begin(), name.end(), [](char c) {
-            return c == '/' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
-        });
-    if (!plain) throw refuse(std::string(what) + " \"" + name + "\" is not a plain name.");
-}
-
-const xmlNode* onlyImage(const xmlDoc* document) {
-    xmlNode* root = xmlDocGetRootElement(document);
-    const xmlNode* child = xmlFirstElementChild(root);
-    if (xmlChildElementCount(root) != 1 || localName(child) != "Image")
-        throw refuse("An image request has one Image element.");
-    return child;
-}
-
-}  // namespace
 
 ImageRequest readImageRequest(const xmlDoc* document) {
     requireStoreRoot(document, {}, "Images");

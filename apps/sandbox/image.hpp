@@ -3,6 +3,7 @@
 
 #include <libxml/tree.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ struct ImageRequest {
 /// Reads a request. Throws a Refusal when it is none, when its base64 is broken, and when folder or name could mean
 /// another place than one name in one folder.
 ImageRequest readImageRequest(const xmlDoc* document);
+
+/// Line breaks may stand anywhere; padding is required. Nothing when the text is no base64.
+std::optional<std::string> decodeBase64(std::string text);
 
 /// The media type by the first bytes of an image; "application/octet-stream" when they are of no usual one.
 const char* imageType(std::string_view bytes);

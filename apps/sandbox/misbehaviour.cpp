@@ -1,5 +1,6 @@
 #include "misbehaviour.hpp"
 
+#include "answers.hpp"
 #include "receipt.hpp"
 
 #include <charconv>
@@ -9,7 +10,6 @@
 namespace quill1xml::sandbox {
 namespace {
 
-constexpr const char* xmlType = "text/xml; charset=utf-8";
 constexpr std::int64_t longestDelay = 3600'000;
 
 std::int64_t integerIn(const Json& json, const char* name, std::int64_t usual, std::int64_t low, std::int64_t high) {

@@ -1,5 +1,7 @@
 #include "options.hpp"
 
+#include "addresses.hpp"
+
 #include <CLI/CLI.hpp>
 
 #include <array>
@@ -46,7 +48,10 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
                  "webstore-sandbox");
     app.footer(
         "The options that take an N may be repeated. Uploads are counted from 1; \"/ENDPOINT:N\" counts the posts to\n"
-        "another endpoint. At run time POST /misbehave does the same: {\"upload\": \"next\", \"action\": \"refuse\"}.");
+        "another endpoint. At run time POST /misbehave does the same: {\"upload\": \"next\", \"action\": "
+        "\"refuse\"}.\n\n"
+        "Addresses:\n" +
+        addressesText());
     app.add_option("--port", settings.port, "The port to listen on; 0 picks a free one")
         ->capture_default_str()
         ->check(CLI::Range(0, 65535));
@@ -56,7 +61,7 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
         ->capture_default_str()
         ->type_name("FILE");
     app.add_flag("--seed", settings.seed, "Start with sample customers, orders and quotations");
-    app.add_option("--user", settings.user, "Who may download and send images")
+    app.add_option("--user", settings.user, "Who may publish, download and send images")
         ->capture_default_str()
         ->type_name("NAME");
     app.add_option("--password", settings.password, "The password of that user")

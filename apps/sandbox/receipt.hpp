@@ -28,6 +28,8 @@ public:
     Refusal(RefusalNumber number, std::string source, std::string description);
 
     const char* what() const noexcept override { return description_.c_str(); }
+    std::int32_t number() const noexcept { return number_; }
+    const std::string& source() const noexcept { return source_; }
 
     /// The receipt that says so, an XML document in UTF-8.
     std::string receipt() const;

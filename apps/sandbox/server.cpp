@@ -1,15 +1,17 @@
 #include "server.hpp"
 
+#include "addresses.hpp"
+#include "answers.hpp"
 #include "download.hpp"
 #include "image.hpp"
-#include "page.hpp"
 #include "receipt.hpp"
 #include "seed.hpp"
+#include "window.hpp"
 
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <ctime>
+#include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,24 +20,12 @@ namespace quill1xml::sandbox {
 namespace {
 
 constexpr const char* host = "127.0.0.1";
-constexpr const char* xmlType = "text/xml; charset=utf-8";
-constexpr const char* jsonType = "application/json";
 constexpr std::size_t longestBody = 64u << 20;
 constexpr int tooLarge = 413;
 /// Idle connections hold a worker each, until they are closed; stopping waits for them, too.
 constexpr std::size_t workers = 64;
 constexpr std::time_t idleSeconds = 1;
 constexpr std::size_t mostRequestsPerConnection = 1'000'000;
-
-void answerJson(httplib::Response& response, const Json& json, int status = 200) {
-    response.status = status;
-    // Text that a client sent in another encoding must not keep the answer from going out.
-    response.set_content(json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n', jsonType);
-}
-
-void answerError(httplib::Response& response, int status, const std::string& message) {
-    answerJson(response, {{"error", message}}, status);
-}
 
 /// Closes the connection with the answer: what is left of the request would be taken for another.
 void closeAfter(httplib::Response& response) {
@@ -65,16 +55,6 @@ std::optional<std::string> readBody(const httplib::ContentReader& reader, httpli
     return complete ? std::optional(std::move(body)) : std::nullopt;
 }
 
-std::optional<std::string> parameter(const httplib::Request& request, const char* name) {
-    return request.has_param(name) ? std::optional(request.get_param_value(name)) : std::nullopt;
-}
-
-void allowParameters(const httplib::Request& request, std::initializer_list<std::string_view> known) {
-    for (const auto& [name, value] : request.params)
-        if (std::find(known.begin(), known.end(), name) == known.end())
-            throw std::invalid_argument("Unknown parameter \"" + name + '"');
-}
-
 std::string reasonOf(const std::exception& failure) {
     const bool ofDatabase = dynamic_cast<const SQLite::Exception*>(&failure) != nullptr;
     return (ofDatabase ? "Database: " : "") + std::string(failure.what());
@@ -90,7 +70,7 @@ std::string statusText(const httplib::Request& request, int status) {
 
 void answerStatus(const httplib::Request& request, httplib::Response& response) {
     if (!response.body.empty()) return;
-    answerError(response, response.status, statusText(request, response.status));
+    answerError(request, response, response.status, statusText(request, response.status));
     if (response.status == tooLarge) closeAfter(response);
 }
 
@@ -107,13 +87,13 @@ void setUpConnections(httplib::Server& server) {
     });
 }
 
-void answerException(const httplib::Request&, httplib::Response& response, std::exception_ptr failure) {
+void answerException(const httplib::Request& request, httplib::Response& response, std::exception_ptr failure) {
     try {
         std::rethrow_exception(std::move(failure));
     } catch (const std::invalid_argument& error) {
-        answerError(response, 400, error.what());
+        answerError(request, response, 400, error.what());
     } catch (const std::exception& error) {
-        answerError(response, 500, reasonOf(error));
+        answerError(request, response, 500, reasonOf(error));
     }
 }
 
@@ -136,7 +116,8 @@ Server::Server(Format format, const Settings& settings)
     addUploads();
     addDownloads();
     addImages();
-    addQueries();
+    addSchemas();
+    addWindow(http_, storage_, [this] { return url(); });
 
     port_ = settings.port == 0 ? http_.bind_to_any_port(host) : settings.port;
     if (port_ < 0 || (settings.port != 0 && !http_.bind_to_port(host, settings.port)))
@@ -172,18 +153,27 @@ void Server::misbehave(const Misbehaviour& misbehaviour, httplib::Response& resp
     }
 }
 
+std::string Server::refuse(const std::string& path, const Refusal& refusal, const std::string& body) {
+    try {
+        storage_.noteRefusal(path, refusal, body);
+    } catch (const SQLite::Exception& error) {
+        std::cerr << "webstore-sandbox: a refusal was not kept: " << error.what() << '\n';
+    }
+    return refusal.receipt();
+}
+
 void Server::addExchange(const std::string& path, Exchange exchange) {
-    const auto answer = [exchange = std::move(exchange)](const std::string& body) {
+    const auto answer = [this, path, exchange = std::move(exchange)](const std::string& body) {
         try {
             return exchange(body);
         } catch (const Refusal& refusal) {
-            return refusal.receipt();
+            return refuse(path, refusal, body);
         } catch (const std::exception& error) {
-            return Refusal(RefusalNumber::internal, "Store", reasonOf(error)).receipt();
+            return refuse(path, Refusal(RefusalNumber::internal, "Store", reasonOf(error)), body);
         }
     };
-    http_.Post(path, [this, path, answer](const httplib::Request&, httplib::Response& response,
-                                          const httplib::ContentReader& reader) {
+    http_.Post(patternOf("POST", path), [this, path, answer](const httplib::Request&, httplib::Response& response,
+                                                             const httplib::ContentReader& reader) {
         const std::optional<std::string> body = readBody(reader, response);
         if (!body) return;
         const Misbehaviour misbehaviour = plan_.next(path);
@@ -193,30 +183,19 @@ void Server::addExchange(const std::string& path, Exchange exchange) {
 }
 
 void Server::addCommand(const std::string& path, Command command) {
-    http_.Post(path, [command = std::move(command)](const httplib::Request&, httplib::Response& response,
-                                                    const httplib::ContentReader& reader) {
-        if (const std::optional<std::string> body = readBody(reader, response)) answerJson(response, command(*body));
-    });
-}
-
-void Server::addJson(const std::string& pattern, std::function<Json()> json) {
-    http_.Get(pattern, [json = std::move(json)](const httplib::Request& request, httplib::Response& response) {
-        allowParameters(request, {});
-        answerJson(response, json());
-    });
-}
-
-void Server::addText(const std::string& pattern, const char* contentType, std::function<std::string()> text) {
-    http_.Get(pattern,
-              [contentType, text = std::move(text)](const httplib::Request& request, httplib::Response& response) {
-                  allowParameters(request, {});
-                  response.set_content(text(), contentType);
-              });
+    http_.Post(patternOf("POST", path),
+               [command = std::move(command)](const httplib::Request&, httplib::Response& response,
+                                              const httplib::ContentReader& reader) {
+                   if (const std::optional<std::string> body = readBody(reader, response))
+                       answerJson(response, command(*body));
+               });
 }
 
 std::string Server::upload(const std::string& body) {
     const XmlDocument document = parseXml(body, "Import");
     requireStoreRoot(document.get(), storeNamespace, "Import");
+    const Sender sender = senderOf(document.get());
+    requireLogin(sender.user, sender.password);
     schema_.check(document.get());
     return acceptedReceipt(storage_.import(readStoreDocument(document.get(), format_.keyAttributes)));
 }
@@ -245,15 +224,14 @@ void Server::addDownloads() {
         addExchange(download.endpoint, [this, download](const std::string& body) {
             auto form = readForm(body);
             requireLogin(form["UserName"], form["Password"]);
-            return downloadDocument(storeIdIn(form), storage_.current(download.element, download.keyAttribute));
+            return downloadDocument(storage_, download, storeIdIn(form));
         });
     // What a customer has ordered before is what they can order again without a connection.
     addExchange("/offline-products", [this](const std::string& body) {
         auto form = readForm(body);
         const std::string& address = form["CustomerEmailAddress"];
         if (address.empty()) throw Refusal(RefusalNumber::badRequest, "Request", "The form names no customer.");
-        return downloadDocument(storeIdIn(form), recordsWith(storage_.current(orders.element, orders.keyAttribute),
-                                                             "EMailAddress", address));
+        return downloadDocument(storage_, orders, storeIdIn(form), address);
     });
 }
 
@@ -265,33 +243,21 @@ void Server::addImages() {
         storage_.applyImage(request);
         return acceptedReceipt();
     });
-    addJson("/images", [this] { return storage_.images(); });
-    http_.Get("/images/([^/]+)/([^/]+)", [this](const httplib::Request& request, httplib::Response& response) {
-        const std::optional<std::string> bytes = storage_.image(request.matches[1], request.matches[2]);
-        if (!bytes) {
-            response.status = 404;
-            return;
-        }
-        response.set_header("X-Content-Type-Options", "nosniff");
-        response.set_content(*bytes, imageType(*bytes));
-    });
 }
 
-void Server::addQueries() {
-    addJson("/imports", [this] { return storage_.imports(); });
-    addJson("/kinds", [this] { return storage_.kinds(); });
-    http_.Get("/records", [this](const httplib::Request& request, httplib::Response& response) {
-        allowParameters(request, {"kind", "key"});
-        answerJson(response, storage_.records(parameter(request, "kind"), parameter(request, "key")));
-    });
-    addText(R"(/schema\.xsd)", xmlType, [this] { return format_.xsd; });
-    addText(R"(/schema\.xdr)", xmlType, [this] { return format_.xdr; });
-    addText("/", "text/html; charset=utf-8", [this] {
-        const auto current = [this](const Download& download) {
-            return storage_.current(download.element, download.keyAttribute);
-        };
-        return page({url(), storage_.imports(), storage_.kinds(), current(customers), current(orders),
-                     current(quotations), storage_.images()});
+void Server::addSchemas() {
+    const auto add = [this](const char* path, const char* contentType, std::function<std::string()> text) {
+        http_.Get(patternOf("GET", path),
+                  [contentType, text = std::move(text)](const httplib::Request& request, httplib::Response& response) {
+                      allowParameters(request, {});
+                      response.set_content(text(), contentType);
+                  });
+    };
+    add("/schema.xsd", xmlType, [this] { return format_.xsd; });
+    add("/schema.xdr", xmlType, [this] { return format_.xdr; });
+    http_.Get(patternOf("GET", "/kinds"), [this](const httplib::Request& request, httplib::Response& response) {
+        allowParameters(request, {});
+        answerJson(response, storage_.kinds());
     });
 }
 

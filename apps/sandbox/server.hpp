@@ -30,7 +30,7 @@ struct Settings {
     int port = 0;                        ///< 0 picks a free one
     std::chrono::milliseconds delay{0};  ///< before every answer to a post
     std::vector<PlannedMisbehaviour> misbehaviours = {};
-    std::string user = "demo";  ///< who may download and send images
+    std::string user = "demo";  ///< who may publish, download and send images
     std::string password = "demo";
     bool seed = false;  ///< start with sample data
 };
@@ -60,12 +60,13 @@ private:
 
     void addExchange(const std::string& path, Exchange exchange);
     void addCommand(const std::string& path, Command command);
-    void addJson(const std::string& pattern, std::function<Json()> json);
-    void addText(const std::string& pattern, const char* contentType, std::function<std::string()> text);
     void addUploads();
     void addDownloads();
     void addImages();
-    void addQueries();
+    void addSchemas();
+
+    /// Keeps why a body was refused and returns the receipt that says so.
+    std::string refuse(const std::string& path, const Refusal& refusal, const std::string& body);
 
     std::string upload(const std::string& body);
     std::size_t seed();

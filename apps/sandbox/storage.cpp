@@ -1,78 +1,15 @@
 #include "storage.hpp"
 
-#include <stdexcept>
+#include "order_update.hpp"
+
+#include <charconv>
+#include <limits>
 
 namespace quill1xml::sandbox {
 namespace {
 
-constexpr int busyTimeoutMilliseconds = 5000;
-
-/// Goes up when the schema changes.
-constexpr int version = 1;
-
-constexpr const char* schema = R"sql(
-    CREATE TABLE imports (
-        number INTEGER PRIMARY KEY,
-        time TEXT NOT NULL,
-        store_id INTEGER NOT NULL,
-        user TEXT NOT NULL,
-        store TEXT NOT NULL
-    ) STRICT;
-    CREATE TABLE records (
-        id INTEGER PRIMARY KEY,
-        import INTEGER REFERENCES imports (number),
-        kind TEXT NOT NULL,
-        key TEXT NOT NULL,
-        attributes TEXT NOT NULL,
-        children TEXT NOT NULL,
-        xml TEXT NOT NULL
-    ) STRICT;
-    CREATE TABLE images (
-        folder TEXT NOT NULL,
-        name TEXT NOT NULL,
-        thumbnail INTEGER NOT NULL,
-        bytes BLOB NOT NULL,
-        PRIMARY KEY (folder, name)
-    ) STRICT;
-    CREATE INDEX records_by_key ON records (kind, key);
-    CREATE INDEX records_by_import ON records (import, kind);
-)sql";
-
-/// Bytes to be bound as a blob; they must outlive the statement.
-struct Blob {
-    const std::string& bytes;
-};
-
-template <class Value>
-void bindValue(SQLite::Statement& statement, int index, const Value& value) {
-    statement.bind(index, value);
-}
-
-void bindValue(SQLite::Statement& statement, int index, const Blob& blob) {
-    statement.bindNoCopy(index, blob.bytes.data(), static_cast<int>(blob.bytes.size()));
-}
-
-/// An empty optional is a null.
-template <class Value>
-void bindValue(SQLite::Statement& statement, int index, const std::optional<Value>& value) {
-    if (value) {
-        statement.bind(index, *value);
-    } else {
-        statement.bind(index);
-    }
-}
-
-/// A statement with the values for its parameters in order.
-template <class... Values>
-SQLite::Statement prepare(const SQLite::Database& database, const char* sql, const Values&... values) {
-    SQLite::Statement statement(database, sql);
-    int index = 0;
-    (bindValue(statement, ++index, values), ...);
-    return statement;
-}
-
-std::string text(SQLite::Statement& row, int column) { return row.getColumn(column).getString(); }
-std::int64_t integer(SQLite::Statement& row, int column) { return row.getColumn(column).getInt64(); }
+constexpr std::size_t mostOfBody = 16384;
+constexpr const char* now = "strftime('%Y-%m-%dT%H:%M:%SZ', 'now')";
 
 /// Takes the rows of a query of kind, key, import, attributes, children and xml.
 Json recordsOf(SQLite::Statement rows) {
@@ -87,66 +24,116 @@ Json recordsOf(SQLite::Statement rows) {
     return list;
 }
 
-SQLite::Database open(const std::string& file) {
-    return {file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, busyTimeoutMilliseconds};
+bool isHidden(const Record& record) {
+    return record.attributes.value("Deleted", "") == "1" || record.attributes.value("ShowProduct", "") == "0";
 }
 
-/// The declarations of all tables.
-std::string tablesOf(const SQLite::Database& database) {
-    std::string tables;
-    SQLite::Statement rows =
-        prepare(database, "SELECT sql FROM sqlite_schema WHERE type = 'table' AND sql IS NOT NULL ORDER BY name");
-    while (rows.executeStep()) tables += text(rows, 0) + '\n';
-    return tables;
-}
-
-/// Makes the tables in a new database. Throws when there are others, or one that a later version wrote.
-void prepareTables(SQLite::Database& database) {
-    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
-    const int found = database.execAndGet("PRAGMA user_version").getInt();
-    if (found > version) throw std::runtime_error("a newer version of the store has written it");
-    if (tablesOf(database).empty()) database.exec(schema);
-    SQLite::Database model = open(":memory:");
-    model.exec(schema);
-    if (tablesOf(database) != tablesOf(model)) throw std::runtime_error("its tables are not those of a store");
-    if (found < version) database.exec("PRAGMA user_version = " + std::to_string(version));
-    transaction.commit();
-}
-
-SQLite::Database openStore(const std::string& file) {
-    try {
-        SQLite::Database database = open(file);
-        prepareTables(database);
-        return database;
-    } catch (const std::exception& error) {
-        throw std::runtime_error("Database " + file + ": " + error.what());
+/// Products are ranked under another name than all else; what has no rank comes last.
+std::int64_t rankOf(const Record& record) {
+    std::int64_t rank = std::numeric_limits<std::int64_t>::max();
+    for (const char* name : {"Rank", "Ranking"}) {
+        const std::string number = record.attributes.value(name, "");
+        std::from_chars(number.data(), number.data() + number.size(), rank);
     }
+    return rank;
+}
+
+/// The beginning of a document with an ellipsis for every password: those of senders open this very store.
+std::string beginningOf(const std::string& body) {
+    constexpr std::string_view name = "Password";
+    std::string out = body.substr(0, mostOfBody);
+    for (std::size_t at = out.find(name); at != std::string::npos; at = out.find(name, at)) {
+        at += name.size();
+        const std::size_t equals = out.find_first_not_of(" \t\r\n", at);
+        if (equals == std::string::npos || out[equals] != '=') continue;
+        const std::size_t open = out.find_first_not_of(" \t\r\n", equals + 1);
+        if (open == std::string::npos || (out[open] != '"' && out[open] != '\'')) continue;
+        const std::size_t close = std::min(out.find(out[open], open + 1), out.size());
+        out.replace(open + 1, close - open - 1, "…");
+        at = open;
+    }
+    return out;
 }
 
 }  // namespace
 
+std::string stands(const std::string& alias, const std::string& kind) {
+    const auto ofStore = [](const std::string& name) {
+        return "(" + name + ".store_id = ?1 OR " + name + ".store_id IS NULL)";
+    };
+    return alias + ".kind = " + kind + " AND " + alias + ".hidden = 0 AND " + ofStore(alias) + " AND (" + alias +
+           ".key = '' OR NOT EXISTS (SELECT 1 FROM records AS newer WHERE newer.kind = " + alias +
+           ".kind AND newer.key = " + alias + ".key AND newer.id > " + alias + ".id AND " + ofStore("newer") + "))";
+}
+
+std::string standingRows(const std::string& alias, const std::string& kind) {
+    return " FROM standing AS " + alias + " WHERE " + stands(alias, kind);
+}
+
 Storage::Storage(const std::string& file) : database_(openStore(file)) {}
 
 void Storage::insert(const StoreDocument& document, std::optional<std::int64_t> importNumber) {
-    for (const Record& record : document.records)
-        prepare(database_,
-                "INSERT INTO records (import, kind, key, attributes, children, xml) VALUES (?, ?, ?, ?, ?, ?)",
-                importNumber, record.kind, record.key, record.attributes.dump(), record.children.dump(), record.xml)
-            .exec();
+    const auto store = importNumber ? std::optional(document.storeId) : std::nullopt;
+    SQLite::Statement statement(
+        database_,
+        "INSERT INTO records (import, store_id, kind, key, hidden, rank, attributes, children, xml) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    for (const Record& record : document.records) {
+        bindAll(statement, importNumber, store, record.kind, record.key, std::int64_t{isHidden(record)}, rankOf(record),
+                record.attributes.dump(), record.children.dump(), record.xml);
+        statement.exec();
+        statement.reset();
+        if (store && isOrderUpdate(record)) mergeUpdate(record, database_.getLastInsertRowid(), *store);
+    }
+}
+
+void Storage::mergeUpdate(const Record& update, std::int64_t id, std::int64_t store) {
+    SQLite::Statement former = prepare(database_,
+                                       "SELECT attributes, children, hidden FROM standing "
+                                       "WHERE kind = ? AND key = ? AND id < ? AND (store_id = ? OR store_id IS NULL) "
+                                       "ORDER BY id DESC LIMIT 1",
+                                       update.kind, update.key, id, store);
+    if (!former.executeStep() || integer(former, 2) != 0) return;
+    Json attributes = Json::parse(text(former, 0));
+    Json children = Json::parse(text(former, 1));
+    addUpdate(attributes, children, update);
+    prepare(database_, "INSERT INTO merged (id, attributes, children) VALUES (?, ?, ?)", id, attributes.dump(),
+            children.dump())
+        .exec();
 }
 
 std::int64_t Storage::import(const StoreDocument& document) {
     const std::lock_guard lock(mutex_);
     SQLite::Transaction transaction(database_, SQLite::TransactionBehavior::IMMEDIATE);
-    prepare(database_,
-            "INSERT INTO imports (time, store_id, user, store) "
-            "VALUES (strftime('%Y-%m-%dT%H:%M:%SZ', 'now'), ?, ?, ?)",
+    prepare(database_, std::string("INSERT INTO imports (time, store_id, user, store) VALUES (") + now + ", ?, ?, ?)",
             document.storeId, document.user, document.store.dump())
         .exec();
     const std::int64_t number = database_.getLastInsertRowid();
     insert(document, number);
     transaction.commit();
     return number;
+}
+
+std::size_t Storage::seed(const StoreDocument& document) {
+    const std::lock_guard lock(mutex_);
+    if (prepare(database_, "SELECT 1 FROM records WHERE import IS NULL").executeStep()) return 0;
+    SQLite::Transaction transaction(database_, SQLite::TransactionBehavior::IMMEDIATE);
+    insert(document, std::nullopt);
+    transaction.commit();
+    return document.records.size();
+}
+
+void Storage::noteRefusal(const std::string& endpoint, const Refusal& refusal, const std::string& body) {
+    const std::lock_guard lock(mutex_);
+    SQLite::Transaction transaction(database_, SQLite::TransactionBehavior::IMMEDIATE);
+    prepare(database_,
+            std::string("INSERT INTO refusals (time, endpoint, code, source, description, size, beginning) VALUES (") +
+                now + ", ?, ?, ?, ?, ?, ?)",
+            endpoint, std::int64_t{refusal.number()}, refusal.source(), std::string(refusal.what()),
+            static_cast<std::int64_t>(body.size()), beginningOf(body))
+        .exec();
+    prepare(database_, "DELETE FROM refusals WHERE number <= ?", database_.getLastInsertRowid() - mostRefusals).exec();
+    transaction.commit();
 }
 
 Json Storage::imports() {
@@ -191,24 +178,15 @@ Json Storage::records(const std::optional<std::string>& kind, const std::optiona
                              kind, key));
 }
 
-Json Storage::current(const std::string& kind, const std::string& keyAttribute) {
+void Storage::eachStanding(const std::string& kind, std::int64_t store,
+                           const std::function<void(Json& attributes, const Json& children)>& use) {
     const std::lock_guard lock(mutex_);
-    return recordsOf(prepare(database_,
-                             "SELECT kind, key, import, attributes, children, xml FROM records "
-                             "WHERE id IN (SELECT max(id) FROM records WHERE kind = ?1 "
-                             "             GROUP BY coalesce(json_extract(attributes, '$.' || ?2), id)) "
-                             "  AND json_extract(attributes, '$.Deleted') IS NOT '1' "
-                             "ORDER BY id",
-                             kind, keyAttribute));
-}
-
-std::size_t Storage::seed(const StoreDocument& document) {
-    const std::lock_guard lock(mutex_);
-    if (prepare(database_, "SELECT 1 FROM records WHERE import IS NULL").executeStep()) return 0;
-    SQLite::Transaction transaction(database_, SQLite::TransactionBehavior::IMMEDIATE);
-    insert(document, std::nullopt);
-    transaction.commit();
-    return document.records.size();
+    SQLite::Statement rows =
+        prepare(database_, "SELECT attributes, children" + standingRows("r", "?2") + " ORDER BY id", store, kind);
+    while (rows.executeStep()) {
+        Json attributes = Json::parse(text(rows, 0));
+        use(attributes, Json::parse(text(rows, 1)));
+    }
 }
 
 void Storage::applyImage(const ImageRequest& request) {

@@ -1,5 +1,5 @@
 # The articles in their packings, from articles.tsv: products, images, categories and prices by quantity.
-# Variables: folder, where cup.gif stands.
+# Variables: folder, where the pictures stand.
 
 BEGIN { FS = "\t"; split("125 250 500 1000", grams, " ") }
 
@@ -14,9 +14,7 @@ function product(sku, packing, price, weight) {
     money("dblPrice1", price); money("dblPrice2", price * 0.95); money("dblPrice3", price * 0.9)
     text("strAttribute1Description", packing); text("strAttribute2Description", $8)
     text("strUnitOfMeasure", weight == 0 ? "Stück" : "kg"); text("strBarCode", sprintf("4055500%05d", count))
-    if (weight == 0) {
-        text("strThumbNail", "cup.gif"); text("strThumbNailFile", folder "/cup.gif")
-    }
+    text("strThumbNail", picture()); text("strThumbNailFile", folder "/" picture())
     finish()
 
     start("AddProductAdditional"); number("dblQtyOnPO", count % 4 * 25); money("dblPriceIncl1", price * tax())
@@ -43,6 +41,7 @@ function product(sku, packing, price, weight) {
     number("lngQuantity1", 1); number("lngQuantity2", 10); finish()
 }
 
+function picture() { return $2 == "COFFEE" ? "coffee.gif" : $2 == "TEA" ? "tea.gif" : "cup.gif" }
 function tax() { return $5 == "MWST7" ? 1.07 : 1.19 }
 
 $7 == "kg" { for (i = 1; i <= 4; i++) product($1 "-" grams[i], grams[i] " g", $6 * grams[i] / 1000, grams[i] / 1000) }

@@ -23,6 +23,9 @@ inline Format testFormat() {
                     <xs:element name="Order" type="Free"/>
                     <xs:element name="Quote" type="Free"/>
                     <xs:element name="DebtorStaff" type="Free"/>
+                    <xs:element name="Product" type="Free"/>
+                    <xs:element name="ProductCategory" type="Free"/>
+                    <xs:element name="ProductCategoryLink" type="Free"/>
                   </xs:choice>
                 </xs:sequence>
                 <xs:attribute name="StoreID" type="xs:int" use="required"/>
@@ -37,6 +40,11 @@ inline Format testFormat() {
             .keyAttributes = [](std::string_view element) -> std::vector<std::string> {
                 if (element == "Tax") return {"TaxCode", "CountryCode"};
                 if (element == "Order") return {"OrderNumber"};
+                if (element == "Quote") return {"QuoteNumber"};
+                if (element == "DebtorStaff") return {"EMailAddress"};
+                if (element == "Product") return {"SKU"};
+                if (element == "ProductCategory") return {"ProductCategoryID"};
+                if (element == "ProductCategoryLink") return {"SKU", "ProductCategoryID"};
                 return {};
             }};
 }

@@ -17,7 +17,7 @@ namespace quill1xml::sandbox {
 /// A request and what comes back. JSON replies are compared as values, all others as text in which "*" stands for
 /// anything. Times of the right form read "NOW".
 struct Exchange {
-    std::string request;  ///< "GET /path" or "POST /path"
+    std::string request;  ///< "GET /path" as programs ask, "PAGE /path" as browsers do, or "POST /path"
     std::string body;
     int status;
     std::string reply;
@@ -38,9 +38,13 @@ inline std::string refused(int number, const std::string& source, const std::str
            description + "\"/></Receipt>";
 }
 
+inline const std::string wrongLogin = refused(5, "Login", "Wrong user name or password.");
+
+constexpr const char* sender = "<Envelope UserName='demo' Password='demo'/>";
+
 /// A store document to upload.
-inline std::string store(const std::string& content) {
-    return "<Store xmlns=\"WebStore\" StoreID=\"57\">" + content + "</Store>";
+inline std::string store(const std::string& content, int id = 57) {
+    return "<Store xmlns='WebStore' StoreID='" + std::to_string(id) + "'>" + sender + content + "</Store>";
 }
 
 inline std::string withoutTimes(const std::string& text) {
@@ -52,6 +56,7 @@ inline httplib::Result request(httplib::Client& client, const Exchange& exchange
     const std::size_t blank = exchange.request.find(' ');
     const std::string path = exchange.request.substr(blank + 1);
     if (exchange.request.starts_with("GET")) return client.Get(path.c_str());
+    if (exchange.request.starts_with("PAGE")) return client.Get(path.c_str(), {{"Accept", "text/html,*/*;q=0.8"}});
     return client.Post(path.c_str(), exchange.body, "application/x-www-form-urlencoded");
 }
 
