@@ -3,6 +3,7 @@
 #include "automation/classes.hpp"
 #include "quill1xml/limits.hpp"
 #include "quill1xml/text.hpp"
+#include "quill1xml/version.hpp"
 #include "records/condition_text.hpp"
 #include "records/record.hpp"
 #include "text/date.hpp"
@@ -172,7 +173,7 @@ std::string limitsText() {
 
 std::string manual() {
     std::string out(introduction);
-    out += limitsText() + "\n\n";
+    out += limitsText() + "\n\nThis is version " + std::string(version()) + ".\n\n";
     for (const Class* each : classes()) {
         out += "## " + std::string(each->name) + "\n\n" + std::string(each->summary) + "\n\n";
         for (const Event& event : each->events) appendEvent(out, event);
