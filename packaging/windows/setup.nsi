@@ -1,6 +1,7 @@
 ; The installer: for the machine when it runs elevated, else for the user. /S asks nothing, /CurrentUser and /AllUsers
 ; choose. Both bitnesses of the server are registered where the system has both.
 Target ${TARGET}
+!pragma warning disable 6012 ; of labels that the library for conditions leaves unused
 SetCompressor /SOLID lzma
 Name "Quill1XML ${VERSION}"
 OutFile "${OUTPUT}"
