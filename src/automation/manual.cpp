@@ -173,7 +173,8 @@ std::string limitsText() {
 
 std::string manual() {
     std::string out(introduction);
-    out += limitsText() + "\n\nThis is version " + std::string(version()) + ".\n\n";
+    out.insert(out.find('\n'), "\n\nVersion " + std::string(version()) + ".");
+    out += limitsText() + "\n\n";
     for (const Class* each : classes()) {
         out += "## " + std::string(each->name) + "\n\n" + std::string(each->summary) + "\n\n";
         for (const Event& event : each->events) appendEvent(out, event);
