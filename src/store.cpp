@@ -15,6 +15,10 @@ Store::Store(ports::Environment environment) : state_(std::make_unique<store::St
 
 Store::~Store() = default;
 
+Store::Store(Store&& other) noexcept = default;
+
+Store& Store::operator=(Store&& other) noexcept = default;
+
 void Store::onPacketUploaded(PacketUploaded listener) { state_->packetUploaded = std::move(listener); }
 
 void Store::onValueLeftOut(ValueLeftOut listener) { state_->valueLeftOut = std::move(listener); }

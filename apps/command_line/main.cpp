@@ -10,6 +10,7 @@
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
 #include "quill1xml/schema.hpp"
+#include "quill1xml/version.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -275,6 +276,7 @@ int runCommandLine(int argc, char** argv) {
     CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
     app.footer(automation::limitsText());
+    app.set_version_flag("--version", "quill1xml " + std::string(version()), "Print the version and end");
     Action action;
     for (const auto add : {addRun, addCheck, addResume, addFetch, addSendImages, addSchema, addReference})
         add(app, action);

@@ -1,5 +1,6 @@
 #include "options.hpp"
 #include "quill1xml/schema.hpp"
+#include "quill1xml/version.hpp"
 
 #include <csignal>
 #include <cstdio>
@@ -25,7 +26,7 @@ void writePort(const std::string& file, int port) {
 
 int main(int argc, char** argv) {
     int exitStatus = 0;
-    const auto options = sandbox::readOptions(argc, argv, exitStatus);
+    const auto options = sandbox::readOptions(argc, argv, version(), exitStatus);
     if (!options) return exitStatus;
 
     // The server's threads inherit the mask, so that the signals wait for us below.

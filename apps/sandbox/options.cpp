@@ -37,7 +37,7 @@ PlannedMisbehaviour planned(const char* action, const std::string& text) {
 
 }  // namespace
 
-std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
+std::optional<Options> readOptions(int argc, char** argv, std::string_view version, int& exitStatus) {
     Options options;
     Settings& settings = options.settings;
     settings.port = usualPort;
@@ -46,6 +46,7 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitStatus) {
 
     CLI::App app("A small web store on this machine to publish to and fetch from, for trying things out.",
                  "webstore-sandbox");
+    app.set_version_flag("--version", "webstore-sandbox " + std::string(version), "Print the version and end");
     app.footer(
         "The options that take an N may be repeated. Uploads are counted from 1; \"/ENDPOINT:N\" counts the posts to\n"
         "another endpoint. At run time POST /misbehave does the same: {\"upload\": \"next\", \"action\": "

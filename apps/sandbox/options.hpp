@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quill1xml::sandbox {
 
@@ -14,6 +15,6 @@ struct Options {
 };
 
 /// Reads the command line. Nothing when the program is to end with the exit status, the reason having been printed.
-std::optional<Options> readOptions(int argc, char** argv, int& exitStatus);
+std::optional<Options> readOptions(int argc, char** argv, std::string_view version, int& exitStatus);
 
 }  // namespace quill1xml::sandbox

@@ -2,7 +2,7 @@
 //
 //     store.AddTax({.strTaxCode = u"VAT", .dblRate = 15});
 //
-// What each method and parameter does stands in the manual (quill1xml reference) and in methods/*.def.
+// What each method and parameter does stands in the manual too (quill1xml reference).
 #pragma once
 
 #include "quill1xml/node.hpp"

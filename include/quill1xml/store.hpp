@@ -33,6 +33,10 @@ public:
     explicit Store(ports::Environment environment);
 
     ~Store();
+
+    /// A Store that was moved from may only be assigned to and destroyed.
+    Store(Store&& other) noexcept;
+    Store& operator=(Store&& other) noexcept;
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
 

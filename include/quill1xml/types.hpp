@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <compare>
 #include <cstdint>
 #include <string>
@@ -37,6 +38,15 @@ struct Date {
     /// Reads "yyyy-MM-dd", "yyyy-MM-ddThh:mm" or "yyyy-MM-ddThh:mm:ss" with an optional fraction.
     /// Throws error 13 (Type mismatch) for anything else, a zone suffix and impossible dates included.
     static Date fromText(Text text);
+
+    /// Throws error 5 outside the years 100 to 9999.
+    static Date fromLocalTime(std::chrono::local_seconds time);
+
+    /// "yyyy-MM-ddThh:mm:ss", rounded to the nearest second. Throws error 5 outside the years 100 to 9999.
+    std::u16string toText() const;
+
+    /// Rounded to the nearest second. Throws error 5 outside the years 100 to 9999.
+    std::chrono::local_seconds toLocalTime() const;
 };
 
 /// A fixed-point amount with four decimals, held as a count of ten-thousandths.

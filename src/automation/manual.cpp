@@ -3,6 +3,7 @@
 #include "automation/classes.hpp"
 #include "quill1xml/limits.hpp"
 #include "quill1xml/text.hpp"
+#include "quill1xml/version.hpp"
 #include "records/condition_text.hpp"
 #include "records/record.hpp"
 #include "text/date.hpp"
@@ -172,6 +173,7 @@ std::string limitsText() {
 
 std::string manual() {
     std::string out(introduction);
+    out.insert(out.find('\n'), "\n\nVersion " + std::string(version()) + ".");
     out += limitsText() + "\n\n";
     for (const Class* each : classes()) {
         out += "## " + std::string(each->name) + "\n\n" + std::string(each->summary) + "\n\n";

@@ -182,7 +182,7 @@ void perform(State& state, const arguments::AddOrder& arguments) {
                     u"A new Order may not be added if an existing one is still unlocked.");
     }
     records::TextStore texts;
-    const auto order = records::readParameterList<records::OrderList>(state, arguments.strXMLParameterList, texts);
+    const auto order = records::readParameterList<OrderList>(state, arguments.strXMLParameterList, texts);
     records::write(state, records::AddOrder, &order);
 }
 
@@ -206,7 +206,7 @@ void perform(State& state, const arguments::LockOrder&) {
 
 void perform(State& state, const arguments::UpdateOrder& arguments) {
     std::u16string list(u"<Order");
-    for (const Parameter& parameter : parametersOf<records::OrderList>) {
+    for (const Parameter& parameter : parametersOf<OrderList>) {
         appendXmlAttribute(list, toUtf16(parameter.name), updateValue(state, parameter, arguments));
     }
     list.append(u"/>");

@@ -1,6 +1,7 @@
 // XML parameter lists: one element whose attributes are the values of an order or a quotation.
 #pragma once
 
+#include "quill1xml/lists.hpp"
 #include "store/parameters.hpp"
 #include "store/state.hpp"
 
@@ -8,32 +9,12 @@
 #include <string>
 
 namespace quill1xml {
-namespace records {
 
-/// What a list says where it has no value.
-template <class Value>
-inline constexpr Value absent{-1};
-template <>
-inline constexpr Text absent<Text> = notGiven;
-template <>
-inline constexpr Date absent<Date>{};
-
-// One struct per list: its values by their names, in the order of reading.
-#define LIST(Name, Method) struct Name {
-#define REQUIRED(Type, name) Type name{absent<Type>};
-#define OPTION(Type, name, defaultValue) Type name{defaultValue};
-#define END(Name) \
-    }             \
-    ;
-#include "records/lists/all.def"
-
-}  // namespace records
-
-#define LIST(Name, Method) QUILL1XML_BEGIN_TABLE(records::Name, #Method)
+#define LIST(Name, Method) QUILL1XML_BEGIN_TABLE(Name, #Method)
 #define REQUIRED(Type, name) QUILL1XML_ENTRY(Type, name, true)
 #define OPTION(Type, name, defaultValue) QUILL1XML_ENTRY(Type, name, false)
-#define END(Name) QUILL1XML_END_TABLE(records::Name)
-#include "records/lists/all.def"
+#define END(Name) QUILL1XML_END_TABLE(Name)
+#include "quill1xml/lists/all.def"
 
 namespace records {
 

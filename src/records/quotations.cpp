@@ -63,7 +63,7 @@ void perform(State& state, const arguments::AddQuotation& arguments) {
                     u"A new Quote may not be added if an existing one is still unlocked.");
     }
     records::TextStore texts;
-    const auto quote = records::readParameterList<records::QuotationList>(state, arguments.strXMLParameterList, texts);
+    const auto quote = records::readParameterList<QuotationList>(state, arguments.strXMLParameterList, texts);
     records::write(state, records::AddQuotation, &quote);
 }
 

@@ -18,18 +18,22 @@ constexpr int lastYear = 9999;
 constexpr std::int64_t firstDay = (std::chrono::sys_days{std::chrono::year{firstYear} / 1 / 1} - dayZero).count();
 constexpr std::int64_t lastDay = (std::chrono::sys_days{std::chrono::year{lastYear} / 12 / 31} - dayZero).count();
 
+[[noreturn]] void failYear() {
+    throw runtimeError(RuntimeError::invalidProcedureCall, u"a date must lie in the years 100 to 9999");
+}
+
+bool hasYear(std::int64_t seconds) {
+    return seconds >= firstDay * secondsPerDay && seconds < (lastDay + 1) * secondsPerDay;
+}
+
 /// Seconds since day zero at midnight, on a time line without the fold of negative automation dates.
 std::int64_t toSeconds(double days) {
-    if (!(days > static_cast<double>(firstDay - 1) && days < static_cast<double>(lastDay + 1))) {
-        throw runtimeError(RuntimeError::invalidProcedureCall, u"a date must lie in the years 100 to 9999");
-    }
+    if (!(days > static_cast<double>(firstDay - 1) && days < static_cast<double>(lastDay + 1))) failYear();
     const double whole = std::trunc(days);
     const double time = std::fabs(days - whole);
     const auto seconds = static_cast<std::int64_t>(whole) * secondsPerDay +
                          static_cast<std::int64_t>(std::floor(time * static_cast<double>(secondsPerDay) + 0.5));
-    if (seconds < firstDay * secondsPerDay || seconds >= (lastDay + 1) * secondsPerDay) {
-        throw runtimeError(RuntimeError::invalidProcedureCall, u"a date must lie in the years 100 to 9999");
-    }
+    if (!hasYear(seconds)) failYear();
     return seconds;
 }
 
@@ -130,8 +134,26 @@ Date Date::fromText(Text text) {
     }
     if (!fields.atEnd() || !exists(time)) Fields::fail();
     const std::int64_t seconds = secondsOf(time) + (roundUp ? 1 : 0);
-    if (seconds >= (lastDay + 1) * secondsPerDay) Fields::fail();
+    if (!hasYear(seconds)) Fields::fail();
     return fromSeconds(seconds);
+}
+
+Date Date::fromLocalTime(std::chrono::local_seconds time) {
+    constexpr std::int64_t zero = std::chrono::seconds(dayZero.time_since_epoch()).count();
+    const std::int64_t unixTime = time.time_since_epoch().count();
+    // Times at the very beginning have no difference to day zero.
+    if (unixTime < firstDay * secondsPerDay + zero || !hasYear(unixTime - zero)) failYear();
+    return fromSeconds(unixTime - zero);
+}
+
+std::u16string Date::toText() const {
+    std::u16string text;
+    appendDateText(text, *this);
+    return text;
+}
+
+std::chrono::local_seconds Date::toLocalTime() const {
+    return std::chrono::local_seconds(dayZero.time_since_epoch() + std::chrono::seconds(toSeconds(days)));
 }
 
 CalendarTime toCalendar(Date date) {

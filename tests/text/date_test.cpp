@@ -61,6 +61,28 @@ TEST(Dates, AreMadeOfCalendarFields) {
     }
 }
 
+TEST(Dates, AreLocalTimesToo) {
+    using namespace std::chrono;
+    const struct {
+        Date date;
+        local_seconds time;
+    } cases[] = {
+        {Date::of(1970, 1, 1), local_seconds{}},
+        {Date::of(2007, 3, 5, 14, 7, 9), local_days{2007y / 3 / 5} + 14h + 7min + 9s},
+        {Date::of(1899, 12, 29, 6), local_days{1899y / 12 / 29} + 6h},
+        {Date::of(100, 1, 1), local_days{100y / 1 / 1}},
+        {Date::of(9999, 12, 31, 23, 59, 59), local_days{9999y / 12 / 31} + 24h - 1s},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Date::fromLocalTime(c.time), c.date);
+        EXPECT_EQ(c.date.toLocalTime(), c.time);
+    }
+    for (const local_seconds time :
+         {local_seconds::min(), local_days{100y / 1 / 1} - 1s, local_days{10000y / 1 / 1} + 0s, local_seconds::max()}) {
+        expectError([&] { Date::fromLocalTime(time); }, 5, u"years 100 to 9999");
+    }
+}
+
 TEST(Dates, AreReadStrictly) {
     const struct {
         const char16_t* text;
@@ -75,6 +97,9 @@ TEST(Dates, AreReadStrictly) {
         {u"9999-12-31T23:59:59", Date::of(9999, 12, 31, 23, 59, 59)},
     };
     for (const auto& c : cases) EXPECT_EQ(Date::fromText(c.text), c.expected) << utf8(c.text);
+    for (const Text same : {u"0100-01-01T00:00:00", u"1899-12-29T18:00:00", u"9999-12-31T23:59:59"}) {
+        EXPECT_EQ(Date::fromText(same).toText(), same);
+    }
     std::istringstream wrongs(
         "|2007|2007-3-5|2007-03-05 | 2007-03-05|07-03-05|2007/03/05|2007-03-05 14:07:09|2007-03-05T|"
         "2007-03-05T14|2007-03-05T14:7:9|2007-03-05T14:07:|2007-03-05T14:07:09.|2007-03-05T14:07:09Z|"
