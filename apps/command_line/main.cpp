@@ -1,8 +1,12 @@
 // quill1xml: the command line.
 
-#include "automation/manual.hpp"
+#include "automation/manual/job_template.hpp"
+#include "automation/manual/limits.hpp"
+#include "automation/manual/manual.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
+#include "command_line/methods.hpp"
+#include "command_line/nearest.hpp"
 #include "command_line/password.hpp"
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
@@ -167,9 +171,27 @@ void addSchema(CLI::App& app, Action& action) {
 }
 
 void addReference(CLI::App& app, Action& action) {
-    app.add_subcommand("reference", "Print the reference manual in Markdown")->callback([&action] {
-        action = [] {
-            std::cout << automation::manual();
+    const auto name = std::make_shared<std::string>();
+    CLI::App* reference = app.add_subcommand("reference", "Print the reference manual in Markdown");
+    reference->add_option("name", *name, "A method or a class; without one the whole manual")->type_name("NAME");
+    reference->callback([name, &action] {
+        action = [name] {
+            const auto text = name->empty() ? automation::manual() : automation::manualEntry(*name);
+            if (!text) throw std::runtime_error("no method " + cli::unknownName(*name, automation::manualNames()));
+            std::cout << *text;
+            return 0;
+        };
+    });
+}
+
+void addTemplate(CLI::App& app, Action& action) {
+    const auto name = std::make_shared<std::string>();
+    CLI::App* command = app.add_subcommand("template", "Print a job line with every parameter of a method, to fill in");
+    command->add_option("method", *name, "A method of Store")->required()->type_name("METHOD");
+    command->callback([name, &action] {
+        action = [name] {
+            const automation::Member* const method = automation::findMember(automation::storeClass(), *name);
+            std::cout << automation::jobTemplate(method != nullptr ? *method : cli::methodNamed(*name)) << '\n';
             return 0;
         };
     });
@@ -192,7 +214,7 @@ int runCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(automation::limitsText());
     Action action;
-    for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference}) add(app, action);
+    for (const auto add : {addRun, addFetch, addSendImages, addSchema, addReference, addTemplate}) add(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

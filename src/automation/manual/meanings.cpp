@@ -1,0 +1,53 @@
+#include "automation/manual/meanings.hpp"
+
+#include "automation/manual/attribute_text.hpp"
+#include "automation/manual/families.hpp"
+
+#include <algorithm>
+
+namespace quill1xml::automation {
+namespace {
+
+struct Meaning {
+    std::string_view name;
+    std::string_view text;
+};
+
+constexpr Meaning meanings[] = {
+#define MEANING(name, text) {name, text},
+#include "automation/manual/meanings.def"
+#undef MEANING
+};
+
+/// The declared meaning for the method, else for every method; empty where the name is to say it.
+std::string_view declared(const Member& member, const Parameter& parameter) {
+    const std::string family = patternOf(parameter.name);
+    const std::string own = std::string(member.name) + '.';
+    for (const std::string& name :
+         {own + std::string(parameter.name), own + family, std::string(parameter.name), family}) {
+        const auto found = std::ranges::find(meanings, std::string_view(name), &Meaning::name);
+        if (found != std::end(meanings)) return found->text;
+    }
+    return {};
+}
+
+/// Whether it says yes, no or nothing by a number.
+bool isThreeState(const Member& member, const Parameter& parameter) {
+    const std::string_view prefix = parameter.name.substr(0, 6);
+    return parameter.type == ParameterType::integer && !parameter.required &&
+           (prefix == "intBln" || prefix == "intbln") && defaultOf<Integer>(member, parameter) == -1;
+}
+
+}  // namespace
+
+std::string meaningOf(const Member& member, const Parameter& parameter, bool ofFamily) {
+    const std::string_view given = declared(member, parameter);
+    const std::string text = given.empty() ? wordsOf(parameter.name, !ofFamily) : std::string(given);
+    if (isThreeState(member, parameter)) return text + ": 1 yes, 0 no, -1 not sent";
+    const std::string limit = member.record == nullptr || member.parameters.data() != member.record->parameters.data()
+                                  ? std::string()
+                                  : limitText(*member.record, parameter);
+    return limit.empty() ? text : text + "; " + limit;
+}
+
+}  // namespace quill1xml::automation
