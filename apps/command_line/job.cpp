@@ -4,6 +4,7 @@
 #include "command_line/error_text.hpp"
 #include "command_line/harmless_text.hpp"
 #include "command_line/json_arguments.hpp"
+#include "command_line/json_fault.hpp"
 #include "command_line/json_values.hpp"
 #include "command_line/losses.hpp"
 #include "command_line/methods.hpp"
@@ -44,7 +45,7 @@ json parseLine(const std::string& line) {
     try {
         return json::parse(line, watch);
     } catch (const json::exception& error) {
-        throw badLine("not JSON: " + excerpt(error.what()));
+        throw badLine(faultText(line, error));
     }
 }
 

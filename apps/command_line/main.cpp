@@ -10,6 +10,7 @@
 #include "command_line/password.hpp"
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
+#include "manual_page/page.hpp"
 #include "quill1xml/schema.hpp"
 
 #include <CLI/CLI.hpp>
@@ -23,6 +24,9 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -117,6 +121,7 @@ void addFetch(CLI::App& app, Action& action) {
                 given.format = formatNamed(command->format);
                 given.archive = withoutSeparator(given.archive);
                 if (!download.byCustomer) given.password = cli::readPassword(command->passwordFile, given.user);
+                given.outputStays = !cli::outputIsPipe();
                 if (cli::outputIsTerminal()) given.width = cli::terminalWidth();
                 return cli::fetch(ports::systemEnvironment(), download, given, std::cout, std::cerr);
             };
@@ -172,11 +177,16 @@ void addSchema(CLI::App& app, Action& action) {
 
 void addReference(CLI::App& app, Action& action) {
     const auto name = std::make_shared<std::string>();
+    const auto html = std::make_shared<bool>(false);
     CLI::App* reference = app.add_subcommand("reference", "Print the reference manual in Markdown");
-    reference->add_option("name", *name, "A method or a class; without one the whole manual")->type_name("NAME");
-    reference->callback([name, &action] {
-        action = [name] {
-            const auto text = name->empty() ? automation::manual() : automation::manualEntry(*name);
+    CLI::Option* const one =
+        reference->add_option("name", *name, "A method or a class; without one the whole manual")->type_name("NAME");
+    reference->add_flag("--html", *html, "The manual with its guide as one page to browse")->excludes(one);
+    reference->callback([name, html, &action] {
+        action = [name, html] {
+            const auto text = *html           ? manual_page::page()
+                              : name->empty() ? automation::manual()
+                                              : automation::manualEntry(*name);
             if (!text) throw std::runtime_error("no method " + cli::unknownName(*name, automation::manualNames()));
             std::cout << *text;
             return 0;
@@ -197,15 +207,32 @@ void addTemplate(CLI::App& app, Action& action) {
     });
 }
 
+/// The first word that the command does not know, with the nearest one that it does; empty when it knows them all.
+std::string unknownWord(const CLI::App& command) {
+    const std::vector<std::string> words = command.remaining();
+    if (words.empty()) return {};
+    std::vector<std::string> known;
+    if (words.front().starts_with('-')) {
+        for (const CLI::Option* option : command.get_options()) known.push_back(option->get_name());
+    } else {
+        for (const CLI::App* each : command.get_subcommands({})) known.push_back(each->get_name());
+    }
+    if (known.empty()) return {};
+    return "unknown: " + cli::unknownName(words.front(), std::vector<std::string_view>(known.begin(), known.end()));
+}
+
 /// Says what is wrong with the command line, and where help on the command is; help itself is no mistake.
 int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return app.exit(error);
     std::string command = app.get_name();
-    for (const CLI::App* given = &app; !given->get_subcommands().empty();) {
+    const CLI::App* given = &app;
+    while (!given->get_subcommands().empty()) {
         given = given->get_subcommands().front();
         command += ' ' + given->get_name();
     }
-    std::cerr << error.what() << "\nRun " << command << " --help for more information." << std::endl;
+    const std::string unknown = unknownWord(*given);
+    std::cerr << (unknown.empty() ? error.what() : unknown) << "\nRun " << command << " --help for more information."
+              << std::endl;
     return usageError;
 }
 

@@ -10,6 +10,7 @@
 #include "automation/manual/parameter_lists.hpp"
 #include "automation/manual/parameter_table.hpp"
 #include "automation/manual/played.hpp"
+#include "automation/manual/subjects.hpp"
 #include "text/letter_case.hpp"
 
 #include <stdexcept>
@@ -165,7 +166,7 @@ std::string classEntry(const Class& of) {
 
 std::string manual() {
     std::string out(introduction);
-    out.append(onWindows).append(limitsText()).append("\n\n");
+    out.append(subjectTable()).append(onWindows).append(limitsText()).append("\n\n");
     for (const Class* each : classes()) out += classEntry(*each);
     return out;
 }

@@ -31,19 +31,22 @@ std::string_view declared(const Member& member, const Parameter& parameter) {
     return {};
 }
 
-/// Whether it says yes, no or nothing by a number.
-bool isThreeState(const Member& member, const Parameter& parameter) {
+/// What the numbers say of a parameter that says yes or no by one; empty for others.
+std::string_view answersOf(const Member& member, const Parameter& parameter) {
     const std::string_view prefix = parameter.name.substr(0, 6);
-    return parameter.type == ParameterType::integer && !parameter.required &&
-           (prefix == "intBln" || prefix == "intbln") && defaultOf<Integer>(member, parameter) == -1;
+    const bool answers =
+        parameter.type == ParameterType::integer && !parameter.required && (prefix == "intBln" || prefix == "intbln");
+    if (!answers) return {};
+    return defaultOf<Integer>(member, parameter) == -1 ? ": 1 yes, 0 no, -1 not sent" : ": 1 yes, 0 no";
 }
 
 }  // namespace
 
 std::string meaningOf(const Member& member, const Parameter& parameter, bool ofFamily) {
     const std::string_view given = declared(member, parameter);
-    const std::string text = given.empty() ? wordsOf(parameter.name, !ofFamily) : std::string(given);
-    if (isThreeState(member, parameter)) return text + ": 1 yes, 0 no, -1 not sent";
+    std::string text = given.empty() ? wordsOf(parameter.name, !ofFamily) : std::string(given);
+    const std::string_view answers = answersOf(member, parameter);
+    if (!answers.empty()) return text.append(answers);
     const std::string limit = member.record == nullptr || member.parameters.data() != member.record->parameters.data()
                                   ? std::string()
                                   : limitText(*member.record, parameter);
