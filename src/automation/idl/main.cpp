@@ -4,6 +4,7 @@
 
 #include "automation/classes.hpp"
 #include "automation/identity.hpp"
+#include "automation/manual/meanings.hpp"
 #include "quill1xml/text.hpp"
 #include "text/letter_case.hpp"
 
@@ -96,10 +97,24 @@ std::string optional(const Member& member, const Parameter& parameter) {
     return std::string("[in, optional] ").append(zero ? type : "VARIANT");
 }
 
-void printMember(const Member& member) {
+/// What browsers of the library show beside a member.
+std::string helpOf(const Class& of, const Member& member) {
+    std::string help = aboutMember(of, member);
+    if (member.dispid >= firstExtension) help.insert(0, "Extension: ");
+    const std::string words = wordLists(member);
+    return words.empty() ? help : help + " " + words;
+}
+
+/// Members that nobody is to look for: what "For Each" asks for, and what does nothing.
+std::string_view visibilityOf(const Member& member) {
+    if (member.dispid == collection_ids::newEnum) return "restricted, hidden, ";
+    return member.name == "Save" ? "hidden, " : "";
+}
+
+void printMember(const Class& of, const Member& member) {
     std::cout << "        [id(" << member.dispid << "), " << (member.kind == MemberKind::propertyGet ? "propget, " : "")
-              << "helpstring(" << quoted(member.summary) << ")]\n        " << idlType(member.result) << ' '
-              << member.name << '(';
+              << visibilityOf(member) << "helpstring(" << quoted(helpOf(of, member)) << ")]\n        "
+              << idlType(member.result) << ' ' << member.name << '(';
     std::string_view separator = "\n            ";
     for (const Parameter& parameter : member.parameters) {
         const std::string type =
@@ -129,7 +144,7 @@ void openInterface(std::string_view id, std::string_view name, std::string_view 
 
 void printMembers(const Class& of, std::string_view id) {
     openInterface(id, of.name, "", std::string("Members of ").append(of.name));
-    for (const Member& member : of.members) printMember(member);
+    for (const Member& member : of.members) printMember(of, member);
     std::cout << "    };\n";
 }
 

@@ -70,4 +70,9 @@ std::string wordsOf(std::string_view name, bool withNumbers) {
     return words;
 }
 
+std::string sentence(std::string words) {
+    if (words.front() >= 'a' && words.front() <= 'z') words.front() = static_cast<char>(words.front() - 'a' + 'A');
+    return words + ".";
+}
+
 }  // namespace quill1xml::automation

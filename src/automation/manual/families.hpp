@@ -15,4 +15,7 @@ std::string patternOf(std::string_view text);
 /// with its numbers or without.
 std::string wordsOf(std::string_view name, bool withNumbers);
 
+/// The words with a capital at their beginning and a point at their end.
+std::string sentence(std::string words);
+
 }  // namespace quill1xml::automation

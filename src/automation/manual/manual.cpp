@@ -6,6 +6,7 @@
 #include "automation/manual/families.hpp"
 #include "automation/manual/limits.hpp"
 #include "automation/manual/markdown.hpp"
+#include "automation/manual/meanings.hpp"
 #include "automation/manual/notation.hpp"
 #include "automation/manual/parameter_lists.hpp"
 #include "automation/manual/parameter_table.hpp"
@@ -146,7 +147,7 @@ std::string propertyTable(const Class& of) {
         if (member.kind != MemberKind::propertyGet) continue;
         if (out.empty()) out = "| Property | Type | Meaning |\n|---|---|---|\n";
         out += "| " + code(member.name) + " | " + std::string(resultName(member.result)) + " | " +
-               cell(std::string(member.summary)) + " |\n";
+               cell(aboutMember(of, member)) + " |\n";
     }
     return out.empty() ? out : out + "\n";
 }

@@ -2,6 +2,9 @@
 
 #include "automation/manual/attribute_text.hpp"
 #include "automation/manual/families.hpp"
+#include "quill1xml/text.hpp"
+#include "records/condition_text.hpp"
+#include "records/words.hpp"
 
 #include <algorithm>
 
@@ -40,6 +43,16 @@ std::string_view answersOf(const Member& member, const Parameter& parameter) {
     return defaultOf<Integer>(member, parameter) == -1 ? ": 1 yes, 0 no, -1 not sent" : ": 1 yes, 0 no";
 }
 
+std::string wordList(std::string_view parameter, records::Words words) {
+    std::string list(parameter);
+    std::string_view separator = ": ";
+    for (const Text word : words) {
+        list.append(separator).append(toUtf8(word));
+        separator = ", ";
+    }
+    return list + ".";
+}
+
 }  // namespace
 
 std::string meaningOf(const Member& member, const Parameter& parameter, bool ofFamily) {
@@ -51,6 +64,27 @@ std::string meaningOf(const Member& member, const Parameter& parameter, bool ofF
                                   ? std::string()
                                   : limitText(*member.record, parameter);
     return limit.empty() ? text : text + "; " + limit;
+}
+
+std::string aboutMember(const Class& of, const Member& member) {
+    const bool downloaded = findMember(of, std::string_view("Initialise")) != nullptr;
+    const bool named = downloaded && member.kind == MemberKind::propertyGet && member.result != ResultType::collection;
+    return (named ? sentence(wordsOf(member.name, true)) + " " : std::string()).append(member.summary);
+}
+
+std::string wordLists(const Member& member) {
+    // It writes its record through AddOrder.
+    if (member.name == "UpdateOrder") return wordList("strOrderStatus", records::orderStatuses);
+    std::string lists;
+    const bool ofRecord = member.record != nullptr && member.parameters.data() == member.record->parameters.data();
+    for (const records::Row& row : ofRecord ? member.record->rows : std::span<const records::Row>()) {
+        for (const records::ResolvedTest& each : row.conditions()) {
+            if (each.test.kind != records::Test::Kind::oneOf) continue;
+            if (!lists.empty()) lists += ' ';
+            lists += wordList(records::parameterAt(member.parameters, each.field), each.test.words);
+        }
+    }
+    return lists;
 }
 
 }  // namespace quill1xml::automation

@@ -11,4 +11,12 @@ namespace quill1xml::automation {
 /// asked for any one.
 std::string meaningOf(const Member& member, const Parameter& parameter, bool ofFamily);
 
+/// What a property or a method of a class is or does: its summary, and for a property of a downloaded object what its
+/// name says.
+std::string aboutMember(const Class& of, const Member& member);
+
+/// "strPriceDisplay: TaxExclusive, TaxInclusive, Both." for each parameter of a record that takes one of a few words;
+/// empty for none.
+std::string wordLists(const Member& member);
+
 }  // namespace quill1xml::automation

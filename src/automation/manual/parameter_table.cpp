@@ -43,12 +43,6 @@ std::string places(const std::vector<std::size_t>& indices) {
     return text;
 }
 
-/// Sentences begin with a capital.
-std::string sentence(std::string text) {
-    if (text.front() >= 'a' && text.front() <= 'z') text.front() = static_cast<char>(text.front() - 'a' + 'A');
-    return text + ".";
-}
-
 }  // namespace
 
 std::string parameterTable(const Member& member) {
