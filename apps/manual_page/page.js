@@ -69,7 +69,7 @@ for (const pre of document.querySelectorAll("main pre")) {
 /* Names of members lead to them. */
 const sections = [...document.querySelectorAll("main section")];
 const names = new Set(sections.map(section => section.id));
-for (const code of document.querySelectorAll("main p code, main td code, main li code")) {
+for (const code of document.querySelectorAll("main p code, main td:last-child code, main li code")) {
     const name = code.textContent;
     if (!names.has(name) || code.closest("a") || code.closest("section").id === name) continue;
     const link = document.createElement("a");
