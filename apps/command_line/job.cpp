@@ -7,7 +7,7 @@
 #include "command_line/json_fault.hpp"
 #include "command_line/json_values.hpp"
 #include "command_line/losses.hpp"
-#include "command_line/methods.hpp"
+#include "command_line/nearest.hpp"
 #include "command_line/packet_folders.hpp"
 #include "command_line/progress.hpp"
 #include "quill1xml/error.hpp"
@@ -53,6 +53,15 @@ struct MethodCall {
     const Member* member;
     json arguments;
 };
+
+const Member& methodNamed(const std::string& name) {
+    const auto& members = automation::storeClass().members;
+    const auto found = std::ranges::find(members, name, &Member::name);
+    if (found != members.end()) return *found;
+    std::vector<std::string_view> known;
+    for (const Member& member : members) known.push_back(member.name);
+    throw runtimeError(RuntimeError::unknownMember, toUtf16(unknownName(name, known)));
+}
 
 /// What is being done, for the message of an error.
 struct Place {

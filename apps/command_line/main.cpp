@@ -3,9 +3,9 @@
 #include "automation/manual/job_template.hpp"
 #include "automation/manual/limits.hpp"
 #include "automation/manual/manual.hpp"
+#include "command_line/aligned_tables.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
-#include "command_line/methods.hpp"
 #include "command_line/nearest.hpp"
 #include "command_line/password.hpp"
 #include "command_line/send_images.hpp"
@@ -175,6 +175,10 @@ void addSchema(CLI::App& app, Action& action) {
     });
 }
 
+std::runtime_error unknownMethod(const std::string& name) {
+    return std::runtime_error("no method " + cli::unknownName(name, automation::manualNames()));
+}
+
 void addReference(CLI::App& app, Action& action) {
     const auto name = std::make_shared<std::string>();
     const auto html = std::make_shared<bool>(false);
@@ -187,8 +191,8 @@ void addReference(CLI::App& app, Action& action) {
             const auto text = *html           ? manual_page::page()
                               : name->empty() ? automation::manual()
                                               : automation::manualEntry(*name);
-            if (!text) throw std::runtime_error("no method " + cli::unknownName(*name, automation::manualNames()));
-            std::cout << *text;
+            if (!text) throw unknownMethod(*name);
+            std::cout << (name->empty() ? *text : cli::withAlignedTables(*text));
             return 0;
         };
     });
@@ -201,7 +205,8 @@ void addTemplate(CLI::App& app, Action& action) {
     command->callback([name, &action] {
         action = [name] {
             const automation::Member* const method = automation::findMember(automation::storeClass(), *name);
-            std::cout << automation::jobTemplate(method != nullptr ? *method : cli::methodNamed(*name)) << '\n';
+            if (method == nullptr) throw unknownMethod(*name);
+            std::cout << automation::jobTemplate(*method) << '\n';
             return 0;
         };
     });

@@ -48,6 +48,15 @@ std::string datedAttribute(const std::string& element) {
     return element.substr(begin, end + 4 - begin);
 }
 
+/// What an update sends of an order, under the condition that it has there.
+std::string updateRow(std::string_view attribute, std::string_view from) {
+    const auto row = std::ranges::find(records::AddOrder.rows, toUtf16(attribute), &records::Row::name);
+    if (row == records::AddOrder.rows.end()) throw std::logic_error("orders have no such attribute");
+    const bool empty = attribute == "CreditCardPinNumber";
+    return "| " + code(attribute) + " | " + std::string(from) + " | " +
+           (empty ? "always" : cell(conditionText(records::AddOrder, *row))) + " |\n";
+}
+
 }  // namespace
 
 bool takesList(const Member& member) {
@@ -88,17 +97,26 @@ std::string listSection(const Member& member) {
 
 std::string updateSection() {
     std::string out =
-        "Writes an element `Order` through `AddOrder` and `LockOrder`, with the number, the status, the waybill number "
-        "where one is given, the date and time of the call for some statuses, and an empty `CreditCardPinNumber`. What "
-        "else the store holds of the order is not sent. It fails while an order is open; lines and field values that "
-        "were added while none was open become part of it.\n\n| Status | Date that it adds |\n|---|---|\n";
+        "Writes an element `Order` through `AddOrder` and `LockOrder`. What else the store holds of the order is not "
+        "sent. It fails while an order is open; lines and field values that were added while none was open become part "
+        "of it.\n\n| Attribute | From | Written when |\n|---|---|---|\n";
+    const struct {
+        std::string_view attribute;
+        std::string_view from;
+    } rows[] = {{"OrderNumber", "`lngOrderNumber`"},
+                {"WaybillNumber", "`strWaybillNumber`"},
+                {"OrderStatus", "`strOrderStatus`"},
+                {"CreditCardPinNumber", "always empty"}};
+    for (const auto& [attribute, from] : rows) out += updateRow(attribute, from);
+    out += "\n| Status | Date that it adds |\n|---|---|\n";
     const Member& update = *findMember(storeClass(), std::string_view("UpdateOrder"));
     for (const Text status : records::orderStatuses) {
         Playground playground;
         const arguments::UpdateOrder arguments{.lngOrderNumber = 1, .strOrderStatus = status};
         playground.call(update, &arguments);
         const std::string date = datedAttribute(playground.written());
-        out += "| " + code(toUtf8(status)) + " | " + (date.empty() ? "none" : code(date)) + " |\n";
+        out += "| " + code(toUtf8(status)) + " | " + (date.empty() ? "none" : code(date) + ", the time of the call") +
+               " |\n";
     }
     return out + "\nA word in another case adds its date, but sends no status; any other word sends neither.\n\n";
 }
