@@ -47,13 +47,14 @@ void addChapter(Content& content, const Part& chapter) {
     const std::string_view id = chapter.name.substr(0, chapter.name.rfind('.'));
     const std::vector<Section> sections = sectionsOf(chapter.text, id, 2);
     if (sections.empty()) throw std::logic_error("a chapter without a heading");
-    content.contents += "<details><summary>" + link(sections[0].id, inlineHtml(sections[0].title)) + "</summary><ul>\n";
+    std::string parts;
     for (const Section& section : sections) {
-        if (&section != &sections[0])
-            content.contents += "<li>" + link(section.id, inlineHtml(section.title)) + "</li>\n";
+        if (&section != &sections[0]) parts += "<li>" + link(section.id, inlineHtml(section.title)) + "</li>\n";
         content.articles += article(section);
     }
-    content.contents += "</ul></details>\n";
+    const std::string title = link(sections[0].id, inlineHtml(sections[0].title));
+    content.contents += parts.empty() ? "<p>" + title + "</p>\n"
+                                      : "<details><summary>" + title + "</summary><ul>\n" + parts + "</ul></details>\n";
 }
 
 /// In the reference the names themselves are the places.
