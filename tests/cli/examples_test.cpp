@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace quill1xml::automation {
@@ -67,10 +68,12 @@ TEST(Meanings, AreOfParametersThatThereAre) {
         const std::string_view method = name.substr(0, point == std::string_view::npos ? 0 : point);
         const std::string_view parameter = name.substr(point + 1);
         bool found = false;
-        for (const Member& member : storeClass().members) {
-            if (!method.empty() && member.name != method) continue;
-            for (const Parameter& each : member.parameters) {
-                found = found || each.name == parameter || patternOf(each.name) == parameter;
+        for (const Class* const each : classes()) {
+            for (const Member& member : each->members) {
+                if (!method.empty() && member.name != method) continue;
+                found = found || std::ranges::any_of(member.parameters, [&](const Parameter& one) {
+                            return one.name == parameter || patternOf(one.name) == parameter;
+                        });
             }
         }
         EXPECT_TRUE(found) << name;
