@@ -47,6 +47,7 @@ const std::vector<Scene>& scenes() {
         {"LockExternalOrder", {"AddExternalOrder"}, {}},
         {"AddDebtor", {}, {"LockDebtor"}},
         {"LockDebtor", {"AddDebtor"}, {}},
+        {"CheckPackets", head, {}},
         {"XML", order, {}},
         {"QuoteXML", quote, {}},
         {"Send",
