@@ -178,5 +178,7 @@ function follow() {
     here.classList.add("here");
     if (!contents.hidden) here.scrollIntoView({ block: "nearest" });
 }
+/* What was put together above has moved the place that the address names. */
+addEventListener("load", () => byId(decodeURIComponent(location.hash.slice(1)))?.scrollIntoView());
 addEventListener("scroll", () => requestAnimationFrame(follow), { passive: true });
 follow();
