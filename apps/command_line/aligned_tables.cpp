@@ -19,7 +19,7 @@ Cells cellsOf(std::string_view row) {
         std::size_t end = row.find('|', begin);
         while (end != std::string_view::npos && row[end - 1] == '\\') end = row.find('|', end + 1);
         if (end == std::string_view::npos) break;
-        cells.emplace_back(row.substr(begin, end - begin - 1));
+        cells.emplace_back(row.substr(begin, end > begin ? end - begin - 1 : 0));
         begin = end + 2;
     }
     return cells;

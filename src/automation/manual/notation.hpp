@@ -21,7 +21,7 @@ const Value& valueOf(const void* arguments, const Parameter& parameter) {
     return *reinterpret_cast<const Value*>(static_cast<const std::byte*>(arguments) + parameter.offset);
 }
 
-/// A text in quotes, with what JSON wants escaped.
+/// A text without control characters, in quotes and escaped as JSON has it.
 std::string jsonText(std::string_view text);
 
 /// A long text as pieces for lines of their own, each but the last ending in a blank.
