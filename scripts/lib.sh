@@ -28,7 +28,8 @@ packages_for() {
         case $group in
             native)
                 echo g++ cmake ninja-build pkg-config libxml2-dev libcurl4-openssl-dev libsqlitecpp-dev \
-                    nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libfmt-dev libbsd-dev libutf8proc-dev
+                    nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libfmt-dev libbsd-dev libutf8proc-dev \
+                    libmd4c-dev libmd4c-html0-dev
                 ;;
             tests) echo libgtest-dev libgmock-dev curl libxml2-utils ;;
             bench) echo libbenchmark-dev libpugixml-dev ;;

@@ -2,6 +2,7 @@
 
 #include "command_line/archive_folder.hpp"
 #include "command_line/error_text.hpp"
+#include "command_line/harmless_text.hpp"
 #include "command_line/json_values.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/store.hpp"
@@ -70,21 +71,24 @@ std::string written(const automation::Value& received, const Download& download,
 
 std::span<const Download> downloads() {
     static constexpr Download all[] = {
-        {"orders", "The orders of a store", "ReceiveOrders", false, {"order", "orders", orderColumns}},
+        {"orders", "The orders of a store", "ReceiveOrders", false, true, {"order", "orders", orderColumns}},
         {"customers",
          "The customers of a store",
          "ReceiveCustomers",
+         false,
          false,
          {"customer", "customers", customerColumns}},
         {"quotations",
          "The quotations that were asked for",
          "ReceiveQuotations",
          false,
+         false,
          {"quotation", "quotations", quotationColumns}},
         {"offline-products",
          "The offline product list of one customer",
          "ReceiveOfflineProductList",
          true,
+         false,
          {"product", "products", productColumns, "LineItems"}},
     };
     return all;
@@ -93,6 +97,13 @@ std::span<const Download> downloads() {
 int fetch(Exchanges& exchanges, const Download& download, const FetchOptions& options, std::ostream& out,
           std::ostream& err) {
     Store store(exchanges.environment());
+    // A table shows no cards.
+    const bool shown = options.outputStays && options.format != Format::table;
+    if (download.holdsCards && (shown || !options.archive.empty())) {
+        err << "warning: orders may hold card numbers and pins in clear; keep "
+            << (options.archive.empty() ? "the output" : "the archive " + excerpt(options.archive)) << " private"
+            << std::endl;
+    }
     try {
         requireArchive(toUtf16(options.archive));
         automation::Value received;

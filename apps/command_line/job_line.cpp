@@ -1,6 +1,7 @@
 #include "command_line/job_line.hpp"
 
 #include "command_line/harmless_text.hpp"
+#include "command_line/json_fault.hpp"
 #include "command_line/nearest.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
@@ -32,7 +33,7 @@ json parse(const std::string& line) {
     try {
         return json::parse(line, watch);
     } catch (const json::exception& error) {
-        throw badLine("not JSON: " + excerpt(error.what()));
+        throw badLine(faultText(line, error));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "command_line/json_arguments.hpp"
 
+#include "automation/manual/job_template.hpp"
 #include "command_line/nearest.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
@@ -21,6 +22,7 @@ using nlohmann::json;
 
 std::u16string textOf(const json& value, const Parameter& parameter, std::string_view expected) {
     if (!value.is_string()) wrongType(parameter, expected);
+    if (value == automation::placeholder) wrongType(parameter, "a value in the place of " + value.get<std::string>());
     return toUtf16(value.get_ref<const std::string&>());
 }
 

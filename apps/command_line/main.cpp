@@ -1,14 +1,19 @@
 // quill1xml: the command line.
 
-#include "automation/manual.hpp"
+#include "automation/manual/job_template.hpp"
+#include "automation/manual/limits.hpp"
+#include "automation/manual/manual.hpp"
+#include "command_line/aligned_tables.hpp"
 #include "command_line/check.hpp"
 #include "command_line/exchange_options.hpp"
 #include "command_line/fetch.hpp"
 #include "command_line/job.hpp"
+#include "command_line/nearest.hpp"
 #include "command_line/password.hpp"
 #include "command_line/resume.hpp"
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
+#include "manual_page/page.hpp"
 #include "quill1xml/schema.hpp"
 #include "quill1xml/version.hpp"
 
@@ -23,6 +28,9 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -192,6 +200,7 @@ void addFetch(CLI::App& app, Action& action) {
                 given.format = formatNamed(command->format);
                 given.archive = withoutSeparator(given.archive);
                 if (!download.byCustomer) given.password = cli::readPassword(command->passwordFile, given.user);
+                given.outputStays = !cli::outputIsPipe();
                 if (cli::outputIsTerminal()) given.width = cli::terminalWidth();
                 return cli::withExchanges(command->exchange, [&](cli::Exchanges& exchanges) {
                     return cli::fetch(exchanges, download, given, std::cout, std::cerr);
@@ -251,24 +260,69 @@ void addSchema(CLI::App& app, Action& action) {
     });
 }
 
+std::runtime_error unknownMethod(const std::string& name) {
+    return std::runtime_error("no method " + cli::unknownName(name, automation::manualNames()));
+}
+
 void addReference(CLI::App& app, Action& action) {
-    app.add_subcommand("reference", "Print the reference manual in Markdown")->callback([&action] {
-        action = [] {
-            std::cout << automation::manual();
+    const auto name = std::make_shared<std::string>();
+    const auto html = std::make_shared<bool>(false);
+    CLI::App* reference = app.add_subcommand("reference", "Print the reference manual in Markdown");
+    CLI::Option* const one =
+        reference->add_option("name", *name, "A method or a class; without one the whole manual")->type_name("NAME");
+    reference->add_flag("--html", *html, "The manual with its guide as one page to browse")->excludes(one);
+    reference->callback([name, html, &action] {
+        action = [name, html] {
+            const auto text = *html           ? manual_page::page()
+                              : name->empty() ? automation::manual()
+                                              : automation::manualEntry(*name);
+            if (!text) throw unknownMethod(*name);
+            std::cout << (name->empty() ? *text : cli::withAlignedTables(*text));
             return 0;
         };
     });
+}
+
+void addTemplate(CLI::App& app, Action& action) {
+    const auto name = std::make_shared<std::string>();
+    CLI::App* command = app.add_subcommand("template", "Print a job line with every parameter of a method, to fill in");
+    command->add_option("method", *name, "A method of Store")->required()->type_name("METHOD");
+    command->callback([name, &action] {
+        action = [name] {
+            const automation::Member* const method = automation::findMember(automation::storeClass(), *name);
+            if (method == nullptr) throw unknownMethod(*name);
+            std::cout << automation::jobTemplate(*method) << '\n';
+            return 0;
+        };
+    });
+}
+
+/// The first word that the command does not know, with the nearest one that it does; empty when it knows them all.
+std::string unknownWord(const CLI::App& command) {
+    const std::vector<std::string> words = command.remaining();
+    if (words.empty()) return {};
+    std::vector<std::string> known;
+    if (words.front().starts_with('-')) {
+        for (const CLI::Option* option : command.get_options()) known.push_back(option->get_name());
+    } else {
+        for (const CLI::App* each : command.get_subcommands({})) known.push_back(each->get_name());
+    }
+    if (known.empty()) return {};
+    return "unknown: " + cli::unknownName(words.front(), std::vector<std::string_view>(known.begin(), known.end()));
 }
 
 /// Says what is wrong with the command line, and where help on the command is; help itself is no mistake.
 int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return app.exit(error);
     std::string command = app.get_name();
-    for (const CLI::App* given = &app; !given->get_subcommands().empty();) {
+    const CLI::App* given = &app;
+    while (!given->get_subcommands().empty()) {
         given = given->get_subcommands().front();
         command += ' ' + given->get_name();
     }
-    std::cerr << error.what() << "\nRun " << command << " --help for more information." << std::endl;
+    const std::string unknown = unknownWord(*given);
+    std::cerr << (unknown.empty() ? error.what() : unknown) << "\nRun " << command << " --help for more information."
+              << std::endl;
     return usageError;
 }
 
@@ -278,7 +332,7 @@ int runCommandLine(int argc, char** argv) {
     app.footer(automation::limitsText());
     app.set_version_flag("--version", "quill1xml " + std::string(version()), "Print the version and end");
     Action action;
-    for (const auto add : {addRun, addCheck, addResume, addFetch, addSendImages, addSchema, addReference})
+    for (const auto add : {addRun, addCheck, addResume, addFetch, addSendImages, addSchema, addReference, addTemplate})
         add(app, action);
     try {
         app.parse(argc, argv);

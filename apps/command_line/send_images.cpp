@@ -1,6 +1,7 @@
 #include "command_line/send_images.hpp"
 
 #include "command_line/error_text.hpp"
+#include "command_line/harmless_text.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
@@ -17,7 +18,13 @@ int sendImages(Exchanges& exchanges, const ImageOptions& options, std::ostream& 
     const std::u16string spec = toUtf16(options.spec);
     Store store(exchanges.environment());
     try {
-        const std::string count = imageCount(exchanges.environment().files->list(folder + u"\\" + spec).size());
+        const std::size_t found = exchanges.environment().files->list(folder + u"\\" + spec).size();
+        if (found == 0) {
+            err << "send-images: no file in " << excerpt(options.folder) << " matches " << excerpt(options.spec)
+                << "; upper and lower case differ, and a pattern stands in quotes" << std::endl;
+            return 1;
+        }
+        const std::string count = imageCount(found);
         // Shown before the sending, which may take long.
         out << count << (options.remove ? " to delete: " : " to send: ") << options.spec << std::endl;
         exchanges.during(store, "SendImage", [&] {

@@ -22,7 +22,7 @@ struct ImageOptions {
 };
 
 /// Writes how many files match, sends them and writes that they were sent to out, or the error to err. Returns the exit
-/// status: 0, or 1 after an error, which leaves what was sent before it in the store.
+/// status: 0, or 1 when no file matches or after an error, which leaves what was sent before it in the store.
 int sendImages(Exchanges& exchanges, const ImageOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace quill1xml::cli

@@ -6,11 +6,17 @@
 
 #include <bsd/readpassphrase.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quill1xml::cli {
 
 bool outputIsTerminal() { return isatty(STDOUT_FILENO) != 0; }
+bool outputIsPipe() {
+    struct stat output {};
+    return fstat(STDOUT_FILENO, &output) == 0 && (S_ISFIFO(output.st_mode) || S_ISSOCK(output.st_mode));
+}
+
 bool errorOutputIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 std::size_t terminalWidth() {

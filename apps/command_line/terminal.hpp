@@ -7,6 +7,10 @@
 namespace quill1xml::cli {
 
 bool outputIsTerminal();
+
+/// Whether another program reads standard output.
+bool outputIsPipe();
+
 bool errorOutputIsTerminal();
 
 /// The width of the terminal on standard output, in columns; 80 where it is not known.

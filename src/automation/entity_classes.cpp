@@ -28,7 +28,8 @@ constexpr ResultType propertyType<std::u16string> = ResultType::text;
 namespace summaries {
 constexpr std::string_view decoded = "The attribute's text, decoded; empty when it is absent.";
 constexpr std::string_view plain = "The attribute's text as it stands; empty when it is absent.";
-constexpr std::string_view optional = "The attribute's value; -1, or the zero date, when it is absent.";
+constexpr std::string_view optional = "The attribute's value; -1 when it is absent.";
+constexpr std::string_view optionalDate = "The attribute's value; the zero date when it is absent.";
 constexpr std::string_view required = "The attribute's value; error 91 when it is absent.";
 }  // namespace summaries
 
@@ -40,7 +41,7 @@ constexpr Member property(Long dispid, std::string_view name, std::string_view s
         .name = name,
         .kind = MemberKind::propertyGet,
         .result = propertyType<Result>,
-        .summary = summary,
+        .summary = std::is_same_v<Result, Date> && summary == summaries::optional ? summaries::optionalDate : summary,
         .invoke = [](void* object, const void*) -> Value { return (static_cast<const Object*>(object)->*getter)(); }};
 }
 
@@ -127,37 +128,37 @@ Value toValue(std::vector<UserDefinedField>&& items) { return collectionOf(items
 #define CLASS Customer
 QUILL1XML_BEGIN_CLASS(customerClass, "rcdCustomer")
 #include "quill1xml/entities/customer.def"
-QUILL1XML_END_CLASS("A downloaded customer.")
+QUILL1XML_END_CLASS("A customer that ReceiveCustomers or Customers returned.")
 #undef CLASS
 
 #define CLASS Order
 QUILL1XML_BEGIN_CLASS(orderClass, "rcdOrder")
 #include "quill1xml/entities/order.def"
-QUILL1XML_END_CLASS("A downloaded order.")
+QUILL1XML_END_CLASS("An order that ReceiveOrders, ReceiveOfflineProductList or Orders returned.")
 #undef CLASS
 
 #define CLASS OrderLineItem
 QUILL1XML_BEGIN_CLASS(orderLineItemClass, "rcdOrderLineItem")
 #include "quill1xml/entities/order_line_item.def"
-QUILL1XML_END_CLASS("A line of a downloaded order.")
+QUILL1XML_END_CLASS("A line of an order, out of its LineItems.")
 #undef CLASS
 
 #define CLASS Quotation
 QUILL1XML_BEGIN_CLASS(quotationClass, "rcdQuote")
 #include "quill1xml/entities/quotation.def"
-QUILL1XML_END_CLASS("A downloaded quotation.")
+QUILL1XML_END_CLASS("A quotation that ReceiveQuotations or Quotations returned.")
 #undef CLASS
 
 #define CLASS QuotationLineItem
 QUILL1XML_BEGIN_CLASS(quotationLineItemClass, "rcdQuoteLineItem")
 #include "quill1xml/entities/quotation_line_item.def"
-QUILL1XML_END_CLASS("A line of a downloaded quotation.")
+QUILL1XML_END_CLASS("A line of a quotation, out of its LineItems.")
 #undef CLASS
 
 #define CLASS UserDefinedField
 QUILL1XML_BEGIN_CLASS(userDefinedFieldClass, "rcdUserDefinedField")
 #include "quill1xml/entities/user_defined_field.def"
-QUILL1XML_END_CLASS("The value of a user-defined field of a downloaded order.")
+QUILL1XML_END_CLASS("The value of a user-defined field, out of the UDFs of an order.")
 #undef CLASS
 
 }  // namespace quill1xml::automation

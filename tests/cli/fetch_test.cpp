@@ -95,6 +95,13 @@ B-10
     EXPECT_EQ(table("orders", ""), "0 orders\n");
 }
 
+TEST_F(FetchTest, WarnsOfCardNumbersThatComeToStay) {
+    options_.outputStays = true;
+    EXPECT_THAT(fetchKind("orders", "<Store/>", Format::json).err, StartsWith("warning: orders may hold card numbers"));
+    EXPECT_EQ(fetchKind("orders", "<Store/>", Format::table).err, "");
+    EXPECT_EQ(fetchKind("quotations", "<Store/>", Format::json).err, "");
+}
+
 TEST_F(FetchTest, CutsTextsToTheTerminalButNothingElse) {
     const std::string records = R"(
 <Order OrderNumber="1234567" OrderDate="2024-01-31T14:25:09" EMailAddress="a.very.long.name@example.com"

@@ -135,9 +135,13 @@ TEST_F(JobTest, NamesTheMistakeInALine) {
         {R"({"AddTax":{"strTaxCode":"A"},"Send":{}})", "a line is one object with one member"},
         {R"(["AddTax"])", "a line is one object with one member"},
         {R"({"AddTax":["A"]})", "AddTax: error 5 (quill1xml run): the arguments are an object"},
-        {R"({"AddTax":{"strTaxCode":"A"})", "error 5 (quill1xml run): not JSON"},
+        {R"({"AddTax":{"strTaxCode":"A"})", "error 5 (quill1xml run): not JSON at byte 29: syntax error"},
+        {R"({"AddTax":{"strTaxCode":"A","dblRate":12,5}})", "not JSON at byte 42: numbers take a point"},
+        {R"({"AddTax":{"strTaxCode":"A","dblRate":1,"x"}})", "not JSON at byte 44: syntax error"},
+        {R"({"ReadBinData":{"strFileName":"C:\x"}})", "a backslash is written twice"},
+        {R"({"AddTax":{"strTaxCode":"<required>"}})", "strTaxCode takes a value in the place of <required>"},
         {"{'AddTax':{}}", "not JSON"},
-        {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "not JSON"},
+        {"{\"AddTax\":{\"strTaxCode\":\"\xFF\"}}", "the file is not UTF-8"},
     };
     for (const auto& c : cases) EXPECT_THAT(mistake(c.line), HasSubstr(c.expected)) << c.line;
     const std::string words(200, 'w');

@@ -65,7 +65,7 @@ TEST_F(SendImagesTest, DeletesByName) {
     EXPECT_THAT(fake_.http->requests.at(0).body, AllOf(HasSubstr("CreateThumbnail=\"0\""), HasSubstr("Deleted=\"")));
 }
 
-TEST_F(SendImagesTest, EndsAtTheFirstErrorAndNeedsNoFiles) {
+TEST_F(SendImagesTest, EndsAtTheFirstErrorAndWithoutFiles) {
     answer(0);
     answer(8);
     EXPECT_EQ(send(), 1);
@@ -83,8 +83,8 @@ TEST_F(SendImagesTest, EndsAtTheFirstErrorAndNeedsNoFiles) {
 
     fake_.files->texts.clear();
     options_.spec = "*.png";
-    EXPECT_EQ(send(), 0);
-    EXPECT_THAT(out_.str(), HasSubstr("0 images to send: *.png\n0 images sent to"));
+    EXPECT_EQ(send(), 1);
+    EXPECT_THAT(err_.str(), HasSubstr("send-images: no file in pics matches *.png;"));
     EXPECT_EQ(fake_.http->requests.size(), 3U);
 }
 

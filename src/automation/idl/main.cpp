@@ -4,12 +4,17 @@
 
 #include "automation/classes.hpp"
 #include "automation/identity.hpp"
+#include "automation/manual/families.hpp"
+#include "automation/manual/meanings.hpp"
+#include "automation/manual/notation.hpp"
 #include "quill1xml/text.hpp"
 #include "text/letter_case.hpp"
 
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -96,10 +101,47 @@ std::string optional(const Member& member, const Parameter& parameter) {
     return std::string("[in, optional] ").append(zero ? type : "VARIANT");
 }
 
-void printMember(const Member& member) {
+/// The defaults that the library cannot hold, of broken numbers: "Left out: dblBalance not sent; dblRate, dblPrice#
+/// -1."
+std::string untoldDefaults(const Member& member) {
+    std::map<std::string, std::string> names;
+    std::set<std::string> told;
+    for (const Parameter& parameter : member.parameters) {
+        if (parameter.required || parameter.type != ParameterType::floating) continue;
+        const double value = defaultOf<Double>(member, parameter);
+        const std::string family = patternOf(parameter.name);
+        if (value == 0 || !told.insert(family).second) continue;
+        std::string& list =
+            names[value == mostNegative ? "not sent" : literal(Notation::script, parameter, member.defaults)];
+        list.append(list.empty() ? "" : ", ").append(family);
+    }
+    std::string text;
+    for (const auto& [value, list] : names) {
+        text.append(text.empty() ? "Left out: " : "; ").append(list).append(" ").append(value);
+    }
+    return text.empty() ? text : text + ".";
+}
+
+/// What browsers of the library show beside a member.
+std::string helpOf(const Class& of, const Member& member) {
+    std::string help = aboutMember(of, member);
+    if (member.dispid >= firstExtension) help.insert(0, "Extension: ");
+    for (const std::string& more : {wordLists(member), untoldDefaults(member)}) {
+        if (!more.empty()) help.append(" ").append(more);
+    }
+    return help;
+}
+
+/// Members that nobody is to look for: what "For Each" asks for, and what does nothing.
+std::string_view visibilityOf(const Member& member) {
+    if (member.dispid == collection_ids::newEnum) return "restricted, hidden, ";
+    return member.name == "Save" ? "hidden, " : "";
+}
+
+void printMember(const Class& of, const Member& member) {
     std::cout << "        [id(" << member.dispid << "), " << (member.kind == MemberKind::propertyGet ? "propget, " : "")
-              << "helpstring(" << quoted(member.summary) << ")]\n        " << idlType(member.result) << ' '
-              << member.name << '(';
+              << visibilityOf(member) << "helpstring(" << quoted(helpOf(of, member)) << ")]\n        "
+              << idlType(member.result) << ' ' << member.name << '(';
     std::string_view separator = "\n            ";
     for (const Parameter& parameter : member.parameters) {
         const std::string type =
@@ -129,7 +171,7 @@ void openInterface(std::string_view id, std::string_view name, std::string_view 
 
 void printMembers(const Class& of, std::string_view id) {
     openInterface(id, of.name, "", std::string("Members of ").append(of.name));
-    for (const Member& member : of.members) printMember(member);
+    for (const Member& member : of.members) printMember(of, member);
     std::cout << "    };\n";
 }
 
