@@ -12,6 +12,7 @@
 #include "automation/manual/parameter_table.hpp"
 #include "automation/manual/played.hpp"
 #include "automation/manual/subjects.hpp"
+#include "quill1xml/version.hpp"
 #include "text/letter_case.hpp"
 
 #include <stdexcept>
