@@ -128,15 +128,6 @@ std::vector<std::u16string> TrialFiles::list(Text pattern) {
     return names;
 }
 
-std::unique_ptr<ports::FolderHold> TrialFiles::hold(Text folder) {
-    struct Hold final : ports::FolderHold {
-        explicit Hold(Text held) : name(held) {}
-        std::u16string folder() const override { return name; }
-        std::u16string name;
-    };
-    return std::make_unique<Hold>(folder);
-}
-
 void TrialFiles::remove(Text fileName) {
     const bool left = isLeft(fileName);
     const auto found = packets_.find(fileName);

@@ -69,7 +69,7 @@ public:
     std::vector<std::u16string> list(Text pattern) override;
     void remove(Text fileName) override;
     /// Nothing is touched in the job's folders, and ours are nobody else's.
-    std::unique_ptr<ports::FolderHold> hold(Text folder) override;
+    std::unique_ptr<ports::FolderHold> hold(Text folder) override { return std::make_unique<ports::OwnFolder>(folder); }
     std::u16string fileOfUrl(Text url) const override { return real_->fileOfUrl(url); }
 
 private:

@@ -17,7 +17,7 @@ std::string numbered(std::string_view path, const Json& number) {
 std::string facts(const std::vector<std::pair<std::string, std::string>>& rows) {
     std::string html = "<div class=\"card wide\"><table>\n<tbody>\n";
     for (const auto& [name, value] : rows)
-        html += "<tr><th scope=\"row\">" + name + "</th><td>" + value + "</td></tr>\n";
+        html.append("<tr><th scope=\"row\">").append(name).append("</th><td>").append(value).append("</td></tr>\n");
     return html + "</tbody>\n</table></div>\n";
 }
 
@@ -43,7 +43,8 @@ std::string childTable(const Json& children, const std::string& element) {
         for (const auto& [name, value] : child.at("attributes").items())
             if (std::ranges::find(names, name) == names.end()) names.push_back(name);
     }
-    std::vector<Table::Column> columns(names.begin(), names.end());
+    std::vector<Table::Column> columns;
+    for (const std::string& name : names) columns.push_back({name});
     Table table(element, columns);
     for (const Json* row : rows) {
         std::vector<std::string> cells;
@@ -142,7 +143,7 @@ std::string refusalsPage(const Visit& visit, const Listing& refusals) {
 std::string refusalPage(const Visit& visit, const Json& refusal) {
     const auto shown = [&](const char* name) { return escaped(refusal.at(name).get_ref<const std::string&>()); };
     const std::string number = refusal.at("number").dump();
-    const std::string& beginning = refusal.at("beginning").get_ref<const std::string&>();
+    const auto& beginning = refusal.at("beginning").get_ref<const std::string&>();
     return framed(visit, "Refused " + number,
                   "<p class=\"crumbs\">" + link(visit.to("/refusals"), "Refused") + "</p>\n<h1>" +
                       shown("description") + "</h1>\n" +

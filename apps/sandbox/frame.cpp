@@ -77,9 +77,9 @@ std::string addressList() {
 }
 
 std::string shopName(const Visit& visit) {
-    const std::string name = visit.shop ? attributeOf(visit.shop->at("attributes"), "Name") : "";
+    std::string name = visit.shop ? attributeOf(visit.shop->at("attributes"), "Name") : "";
     if (!name.empty()) return name;
-    return visit.shop ? "Store " + std::to_string(*visit.store()) : "Web store";
+    return visit.shop ? "Store " + visit.shop->at("storeId").dump() : "Web store";
 }
 
 std::string heading(const Visit& visit) {
@@ -111,9 +111,9 @@ std::optional<std::int64_t> Visit::store() const {
     return shop ? std::optional(shop->at("storeId").get<std::int64_t>()) : asked;
 }
 
-std::string Visit::to(std::string_view other, Parameters parameters) const {
+std::string Visit::to(std::string_view otherPath, Parameters parameters) const {
     parameters.emplace_back("store", numberOf(asked));
-    return address(other, parameters);
+    return address(otherPath, parameters);
 }
 
 std::string Visit::toPage(std::int64_t page) const {

@@ -25,7 +25,7 @@ struct Visit {
     std::optional<std::int64_t> store() const;
 
     /// The address of another page, or of another page of the same list, in the same store.
-    std::string to(std::string_view path, Parameters parameters = {}) const;
+    std::string to(std::string_view otherPath, Parameters parameters = {}) const;
     std::string toPage(std::int64_t page) const;
 };
 

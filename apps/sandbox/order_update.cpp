@@ -11,7 +11,9 @@ constexpr std::string_view emptyInUpdates = "CreditCardPinNumber";
 constexpr std::string_view updated[] = {"OrderNumber", "ConfirmedDate", "DispatchedDate", "CancelledDate",
                                         "PickedDate",  "WaybillNumber", "OrderStatus"};
 
-bool isEmptyPin(const std::string& name, const Json& value) { return name == emptyInUpdates && value == ""; }
+bool isEmptyPin(const std::string& name, const Json& value) {
+    return name == emptyInUpdates && value.get_ref<const std::string&>().empty();
+}
 
 /// What tells two children of an order apart; empty when all are different.
 const char* identityOf(std::string_view element) {

@@ -24,7 +24,7 @@ std::string shelf(const Visit& visit, const Listing& products);
 /// A picture, or the first letter of a name where there is none.
 std::string picture(const std::string& address, const std::string& name);
 
-/// One product with its picture and what a shopper is told of it.
-std::string sheet(const Visit& visit, const std::string& picture, const Json& attributes, const Json& tax);
+/// One product with its picture, at an address that may be empty, and what a shopper is told of it.
+std::string sheet(const Visit& visit, const std::string& address, const Json& attributes, const Json& tax);
 
 }  // namespace quill1xml::sandbox

@@ -39,7 +39,7 @@ summary { cursor: pointer; }
 .addresses { display: grid; grid-template-columns: repeat(auto-fill, minmax(27rem, 1fr)); gap: .1rem 2rem; margin: .6rem 0; padding: 0; list-style: none; }
 .addresses code { color: var(--ink); }
 main { padding-top: 1rem; padding-bottom: 3rem; }
-h1 { margin: 1rem 0 .3rem; font-size: 1.5rem; line-height: 1.25; letter-spacing: -.01em; overflow-wrap: anywhere; }
+h1 { margin: 1rem 0 .8rem; font-size: 1.5rem; line-height: 1.25; letter-spacing: -.01em; overflow-wrap: anywhere; }
 h2 { display: flex; align-items: baseline; gap: .7rem; margin: 2.4rem 0 .8rem; font-size: 1.2rem; letter-spacing: -.01em; }
 h1 small, h2 small, h3 small { margin-left: .3rem; color: var(--soft); font-size: .9rem; font-weight: 400; letter-spacing: 0; }
 h2 .more { margin-left: auto; font-size: .9rem; font-weight: 400; }

@@ -32,6 +32,16 @@ public:
     virtual std::u16string folder() const = 0;
 };
 
+/// The hold on a folder that nobody else can know, such as one in memory.
+class OwnFolder final : public FolderHold {
+public:
+    explicit OwnFolder(Text folder) : folder_(folder) {}
+    std::u16string folder() const override { return folder_; }
+
+private:
+    std::u16string folder_;
+};
+
 /// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
 /// the file is touched. Failures are errors 53, 57, 61, 67, 70, 75 or 76 with the name in the description.
 class Files {

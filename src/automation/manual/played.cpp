@@ -68,10 +68,10 @@ const std::vector<Scene>& scenes() {
     return all;
 }
 
-/// What asks a server, or looks at elements that came from one.
+/// What asks a server, looks at elements that came from one, or goes on with a job that was interrupted.
 bool needsServer(const Member& member) {
     return member.result == ResultType::collection || member.result == ResultType::received ||
-           member.name == "SendImage" || member.name == "CustomerXML";
+           member.name == "SendImage" || member.name == "CustomerXML" || member.name == "Resume";
 }
 
 struct AsText {

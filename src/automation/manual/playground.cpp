@@ -33,6 +33,7 @@ public:
         return names;
     }
     void remove(Text fileName) override { texts.erase(std::u16string(fileName)); }
+    std::unique_ptr<ports::FolderHold> hold(Text folder) override { return std::make_unique<ports::OwnFolder>(folder); }
     std::u16string fileOfUrl(Text url) const override { return std::u16string(url); }
 
     std::map<std::u16string, std::u16string> texts;
