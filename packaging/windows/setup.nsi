@@ -89,7 +89,12 @@ VIAddVersionKey LegalCopyright "Copyright (c) 2026 the Quill1XML developers"
 !macroend
 
 Function .onInit
+    ; The folder that /D= names, if it does.
+    StrCpy $R0 $INSTDIR
     !insertmacro MULTIUSER_INIT
+    ${If} $R0 != ""
+        StrCpy $INSTDIR $R0
+    ${EndIf}
 FunctionEnd
 
 Function un.onInit
