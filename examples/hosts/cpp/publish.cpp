@@ -1,7 +1,9 @@
 // A host in C++, for Linux and Windows: publishes a small shop, hears of each packet, fetches the orders back.
+#include "apartment.hpp"
 #include "quill1xml/store.hpp"
 #include "quill1xml/text.hpp"
 
+#include <exception>
 #include <iostream>
 #include <map>
 #include <sstream>
@@ -70,8 +72,10 @@ void publish(quill1xml::Store& store) {
                                       {"PaymentMethodID", u"CARD"},
                                       {"DebtorID", u"D100"},
                                       {"CustomerCompanyName", u"Murphy & Sons"}})});
-    store.AddOrderLineItem({.lngLineNumber = 1, .strSKU = u"ASSAM-100", .lngQuantity = 3, .lngActualQuantity = 3, .dblPrice = 7.25});
-    store.AddOrderLineItem({.lngLineNumber = 2, .strSKU = u"ASSAM-100", .lngQuantity = 1, .lngActualQuantity = 1, .dblPrice = 0});
+    store.AddOrderLineItem(
+        {.lngLineNumber = 1, .strSKU = u"ASSAM-100", .lngQuantity = 3, .lngActualQuantity = 3, .dblPrice = 7.25});
+    store.AddOrderLineItem(
+        {.lngLineNumber = 2, .strSKU = u"ASSAM-100", .lngQuantity = 1, .lngActualQuantity = 1, .dblPrice = 0});
     store.LockOrder();
 }
 
@@ -101,6 +105,7 @@ int main(int count, char** arguments) try {
         std::cerr << "usage: publish URL FOLDER SCHEMA\n";
         return 2;
     }
+    const Apartment apartment;
     const std::u16string url = toUtf16(arguments[1]);
     quill1xml::Store store;
     store.onPacketUploaded([](quill1xml::Text packet, quill1xml::Long number) {
@@ -117,5 +122,8 @@ int main(int count, char** arguments) try {
     showOrders(store, url);
 } catch (const quill1xml::Error& error) {
     std::cerr << "error " << error.number() << ", " << toUtf8(error.source()) << ": " << error.what() << '\n';
+    return 1;
+} catch (const std::exception& error) {
+    std::cerr << "error: " << error.what() << '\n';
     return 1;
 }
