@@ -5,7 +5,7 @@
 
 #include <oleauto.h>
 
-#include <initializer_list>
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -108,7 +108,7 @@ using Named = std::pair<const wchar_t*, Value>;
 inline Failure failureOf(EXCEPINFO& details) {
     if (details.pfnDeferredFillIn != nullptr) details.pfnDeferredFillIn(&details);
     const auto take = [](BSTR text) {
-        const std::string result = narrow(text == nullptr ? L"" : text, static_cast<int>(SysStringLen(text)));
+        std::string result = narrow(text == nullptr ? L"" : text, static_cast<int>(SysStringLen(text)));
         SysFreeString(text);
         return result;
     };
@@ -130,9 +130,10 @@ inline Value call(IDispatch* object, const wchar_t* member, const std::vector<Va
         "no such member or argument");
 
     // The named ones come first, those by place from the last to the first.
-    std::vector<VARIANT> arguments;
-    for (const Named& argument : named) arguments.push_back(argument.second.get());
-    for (auto argument = placed.rbegin(); argument != placed.rend(); ++argument) arguments.push_back(argument->get());
+    std::vector<VARIANT> arguments(named.size() + placed.size());
+    const auto firstPlaced = std::transform(named.begin(), named.end(), arguments.begin(),
+                                            [](const Named& argument) { return argument.second.get(); });
+    std::transform(placed.rbegin(), placed.rend(), firstPlaced, [](const Value& argument) { return argument.get(); });
     DISPPARAMS given{arguments.data(), ids.data() + 1, static_cast<UINT>(arguments.size()),
                      static_cast<UINT>(named.size())};
     Value result;

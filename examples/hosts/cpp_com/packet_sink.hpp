@@ -19,6 +19,7 @@ public:
     explicit PacketSink(Listener listener) : listener_(std::move(listener)) {}
     PacketSink(const PacketSink&) = delete;
     PacketSink& operator=(const PacketSink&) = delete;
+    virtual ~PacketSink() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
         *result = id == IID_IUnknown || id == IID_IDispatch || id == storeEvents ? this : nullptr;
@@ -54,8 +55,6 @@ public:
     }
 
 private:
-    ~PacketSink() = default;
-
     ULONG references_ = 0;
     Listener listener_;
 };

@@ -36,7 +36,7 @@ std::wstring orderList(IDispatch* store, const std::map<std::wstring, std::wstri
             const auto value = known.find(name);
             const std::wstring text =
                 value == known.end() ? unknown : call(store, L"XMLEncode", {value->second}).text();
-            list += L' ' + name + L"=\"" + text + L'"';
+            list.append(L" ").append(name).append(L"=\"").append(text).append(L"\"");
         }
     };
     add(dates, L"1899-12-30T00:00:00");
