@@ -35,6 +35,7 @@ packages_for() {
             bench) echo libbenchmark-dev libpugixml-dev ;;
             windows) echo g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools googletest ;;
             wine) echo wine wine64 ;;
+            pascal) echo fp-compiler fpc-source ;;
             page) echo chromium libxml2-utils ;;
             lint) echo clang-format clang-tidy shellcheck ;;
             fuzz) echo clang libclang-rt-dev ;;

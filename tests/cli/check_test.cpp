@@ -49,7 +49,7 @@ protected:
         std::istringstream in(job);
         std::ostringstream out;
         std::ostringstream err;
-        const int status = checkJob(ports::systemEnvironment(), {in, out, err, false}, options);
+        const int status = checkJob(ports::systemEnvironment(), {in, out, err}, options);
         EXPECT_EQ(err.str(), "");
         return {status, out.str()};
     }

@@ -50,7 +50,9 @@ TEST(Examples, AreJobLinesWhosePacketsMeetTheSchema) {
     std::istringstream in(lines.str());
     std::ostringstream out;
     std::ostringstream err;
-    const int status = cli::playJob(fake.environment(), {in, out, err, false}, {.strict = true});
+    cli::Progress progress(err, false);
+    cli::Exchanges exchanges(fake.environment(), progress);
+    const int status = cli::playJob(exchanges, {in, out, err}, {.strict = true});
     EXPECT_EQ(status, 0) << err.str();
     EXPECT_EQ(err.str().find("is left out"), std::string::npos) << err.str();
     EXPECT_GT(fake.http->requests.size(), 60U);

@@ -1,0 +1,5 @@
+#include "apartment.hpp"
+
+Apartment::Apartment() = default;
+
+Apartment::~Apartment() = default;

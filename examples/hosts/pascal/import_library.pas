@@ -1,0 +1,22 @@
+{ Writes the Free Pascal unit of a type library into the current folder: import_library FILE.dll }
+program import_library;
+
+{$mode delphi}
+{$apptype console}
+
+uses SysUtils, Classes, ActiveX, TypeLib;
+
+var
+  Needed, Source: TStringList;
+  UnitName, PackageSource, RegistrationSource: string;
+begin
+  CoInitialize(nil);
+  Needed := TStringList.Create;
+  Source := TStringList.Create;
+  { The importer's enumerations have no sign, and -1 is one of the three states. }
+  Source.Text := StringReplace(ImportTypelib(WideString(ParamStr(1)), UnitName, Needed, False, False, False,
+    PackageSource, RegistrationSource), 'ThreeState =LongWord', 'ThreeState = Integer', []);
+  Source.SaveToFile(UnitName + '.pas');
+  Source.Free;
+  Needed.Free;
+end.
