@@ -60,6 +60,7 @@ void Player::call(const Member& member, const json& values, Place& place) {
     const automation::Value result = invoke(member, arguments.data(), place);
     losses_.after();
     folders_.follow(member, values);
+    if (member.name == "Resume") takeAccepted();
     progress_.finish();
     if (member.result != automation::ResultType::nothing) {
         streams_.out << nlohmann::ordered_json{{place.method, toJson(result)}}.dump() << std::endl;
@@ -118,11 +119,15 @@ void Player::prepareSending() {
     }
 }
 
+void Player::takeAccepted() {
+    if (const auto job = store_.unfinishedJob()) sent_.insert(job->accepted.begin(), job->accepted.end());
+}
+
 void Player::startProgress(const PendingPackets& pending) {
-    const auto job = store_.unfinishedJob();
-    if (job) sent_.insert(job->accepted.begin(), job->accepted.end());
-    const auto isSent = [this](const std::u16string& name) { return sent_.contains(name); };
-    const auto left = job ? std::ranges::count_if(pending.toSend, std::not_fn(isSent)) : std::ssize(pending.toSend);
+    takeAccepted();
+    const auto isLeft = [this](const std::u16string& name) { return !sent_.contains(name); };
+    const auto left =
+        store_.unfinishedJob() ? std::ranges::count_if(pending.toSend, isLeft) : std::ssize(pending.toSend);
     progress_.start(static_cast<std::size_t>(left));
 }
 

@@ -53,6 +53,9 @@ private:
     /// Before a Send from memory: counts its packets, and warns of those that it would delete unsent.
     void prepareSending();
 
+    /// Counts what the journal knows as accepted among what was sent.
+    void takeAccepted();
+
     void startProgress(const PendingPackets& pending);
 
     /// Tries again where the transport of a sending failed, as often as that was asked for.

@@ -60,6 +60,7 @@ private:
         constexpr Text digits = u"0123456789";
         std::set<std::u16string> kinds;
         for (const std::u16string& name : player_.store().pendingPackets().toDeleteUnsent) {
+            if (player_.sent().contains(name)) continue;
             const Text stem = Text(name).substr(0, name.rfind(u'.')).substr(beginning.size());
             kinds.emplace(stem.substr(0, stem.find_last_not_of(digits) + 1));
         }
