@@ -40,7 +40,7 @@ packages_for() {
             lint) echo clang-format clang-tidy shellcheck ;;
             fuzz) echo clang libclang-rt-dev ;;
             torture) echo strace ;;
-            package) echo git dpkg-dev nsis zip unzip xz-utils file cmark-gfm lintian man-db ;;
+            package) echo git dpkg-dev nsis zip unzip xz-utils file lintian man-db ;;
             *) die "no such group of packages: $group" ;;
         esac
     done

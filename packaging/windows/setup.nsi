@@ -123,7 +123,7 @@ Section
     ${EndIf}
     SetOutPath $INSTDIR
     WriteUninstaller "$INSTDIR\uninstall.exe"
-    CreateShortcut "$SMPROGRAMS\Quill1XML manual.lnk" "$INSTDIR\manual\reference.html"
+    CreateShortcut "$SMPROGRAMS\Quill1XML manual.lnk" "$INSTDIR\manual\manual.html"
 
     WriteRegStr SHCTX "${ENTRY}" DisplayName "Quill1XML"
     WriteRegStr SHCTX "${ENTRY}" DisplayVersion "${VERSION}"

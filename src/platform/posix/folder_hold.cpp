@@ -68,7 +68,8 @@ Error inUse(Text folder, int descriptor) {
 
 Error cannotHold(int code, Text folder) {
     if (code == ENOENT || code == ENOTDIR) return runtimeError(RuntimeError::pathNotFound, folder);
-    return runtimeError(RuntimeError::pathFileAccess, toUtf16(std::generic_category().message(code)));
+    return runtimeError(RuntimeError::pathFileAccess,
+                        std::u16string(folder) + u": " + toUtf16(std::generic_category().message(code)));
 }
 
 struct Free {

@@ -187,7 +187,8 @@ private:
         if (code == ERROR_PATH_NOT_FOUND || code == ERROR_FILE_NOT_FOUND || code == ERROR_DIRECTORY) {
             throw runtimeError(RuntimeError::pathNotFound, folder);
         }
-        throw runtimeError(RuntimeError::pathFileAccess, systemText(HRESULT_FROM_WIN32(code)));
+        throw runtimeError(RuntimeError::pathFileAccess,
+                           std::u16string(folder) + u": " + systemText(HRESULT_FROM_WIN32(code)));
     }
 
     /// The process whose number stands in the file.
