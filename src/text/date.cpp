@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <limits>
 
 namespace quill1xml {
 namespace {
@@ -141,8 +142,9 @@ Date Date::fromText(Text text) {
 Date Date::fromLocalTime(std::chrono::local_seconds time) {
     constexpr std::int64_t zero = std::chrono::seconds(dayZero.time_since_epoch()).count();
     const std::int64_t unixTime = time.time_since_epoch().count();
-    // Times at the very beginning have no difference to day zero.
-    if (unixTime < firstDay * secondsPerDay + zero || !hasYear(unixTime - zero)) failYear();
+    // Times at the very beginning and end have no difference to day zero.
+    constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max() + zero;
+    if (unixTime < firstDay * secondsPerDay + zero || unixTime > last || !hasYear(unixTime - zero)) failYear();
     return fromSeconds(unixTime - zero);
 }
 
