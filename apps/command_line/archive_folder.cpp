@@ -1,14 +1,11 @@
 #include "command_line/archive_folder.hpp"
 
+#include "command_line/folder_access.hpp"
 #include "command_line/packet_folders.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 
-#include <algorithm>
-#include <cerrno>
 #include <system_error>
-
-#include <unistd.h>
 
 namespace quill1xml::cli {
 
@@ -20,15 +17,13 @@ std::u16string archiveFolder(const automation::Member& method, const nlohmann::j
 
 void requireArchive(Text folder) {
     if (folder.empty()) return;
-    std::string path = toUtf8(folder);
-    std::ranges::replace(path, '\\', '/');
-    // Something else of that name has no "." in it.
-    if (access((path + "/.").c_str(), W_OK | X_OK) == 0) return;
-    const int code = errno;
-    const std::u16string detail = std::u16string(folder) + u" (" + toUtf16(std::generic_category().message(code)) +
+    const std::error_code code = whyNotWritable(toUtf8(folder));
+    if (!code) return;
+    const std::u16string detail = std::u16string(folder) + u" (" + toUtf16(code.message()) +
                                   u"), the folder of the archive; nothing was exchanged with the server";
-    const bool missing = code == ENOENT || code == ENOTDIR;
-    const bool refused = code == EACCES || code == EPERM || code == EROFS;
+    const bool missing = code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
+    const bool refused = code == std::errc::permission_denied || code == std::errc::operation_not_permitted ||
+                         code == std::errc::read_only_file_system;
     throw runtimeError(missing   ? RuntimeError::pathNotFound
                        : refused ? RuntimeError::permissionDenied
                                  : RuntimeError::deviceIo,

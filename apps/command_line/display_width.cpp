@@ -1,6 +1,6 @@
 #include "command_line/display_width.hpp"
 
-#include <utf8proc.h>
+#include "command_line/character_width.hpp"
 
 namespace quill1xml::cli {
 namespace {
@@ -15,15 +15,11 @@ char32_t takeCharacter(Text& text) {
     return (character & 0xFFFFF800U) == 0xD800U ? U'\uFFFD' : character;
 }
 
-std::size_t widthOf(char32_t character) {
-    return static_cast<std::size_t>(utf8proc_charwidth(static_cast<utf8proc_int32_t>(character)));
-}
-
 }  // namespace
 
 std::size_t displayWidth(Text text) {
     std::size_t columns = 0;
-    while (!text.empty()) columns += widthOf(takeCharacter(text));
+    while (!text.empty()) columns += characterWidth(takeCharacter(text));
     return columns;
 }
 
@@ -32,7 +28,7 @@ std::u16string fitted(Text text, std::size_t columns) {
     std::size_t left = columns - 1;
     Text rest = text;
     std::size_t kept = 0;
-    for (std::size_t width = 0; (width = widthOf(takeCharacter(rest))) <= left; left -= width) {
+    for (std::size_t width = 0; (width = characterWidth(takeCharacter(rest))) <= left; left -= width) {
         kept = text.size() - rest.size();
     }
     return std::u16string(text.substr(0, kept)) + u'\u2026';

@@ -1,5 +1,7 @@
 #include "command_line/duplicate_keys.hpp"
 
+#include "command_line/temporary.hpp"
+
 #include <algorithm>
 #include <stdexcept>
 #include <unordered_map>
@@ -25,7 +27,7 @@ void require(bool done) {
     if (!done) throw std::runtime_error("a temporary file for the keys of records fails");
 }
 
-void seek(std::FILE* file, std::uint64_t place) { require(fseeko(file, static_cast<off_t>(place), SEEK_SET) == 0); }
+void seek(std::FILE* file, std::uint64_t place) { require(seekTo(file, place)); }
 
 template <class Value>
 void put(std::FILE* file, const Value* values, std::size_t count) {
@@ -47,8 +49,8 @@ struct DuplicateKeys::Entry {
 };
 
 void DuplicateKeys::add(std::u16string_view key, std::size_t line) {
-    if (entries_ == nullptr) entries_.reset(std::tmpfile());
-    if (keys_ == nullptr) keys_.reset(std::tmpfile());
+    if (entries_ == nullptr) entries_.reset(makeTemporaryFile());
+    if (keys_ == nullptr) keys_.reset(makeTemporaryFile());
     require(entries_ != nullptr && keys_ != nullptr);
     const Entry entry{std::hash<std::u16string_view>()(key), place_, key.size(), line};
     put(entries_.get(), &entry, 1);

@@ -2,9 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
-#include <ctime>
+#include <filesystem>
 #include <ios>
 #include <system_error>
 #include <utility>
@@ -16,15 +16,17 @@ using nlohmann::ordered_json;
 
 /// "2024-01-31T14:25:09.123Z"
 std::string isoTime(std::chrono::system_clock::time_point time) {
-    const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(time.time_since_epoch());
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(milliseconds);
-    const auto whole = static_cast<std::time_t>(seconds.count());
-    std::tm parts{};
-    std::array<char, 32> text{};
-    gmtime_r(&whole, &parts);
-    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S.", &parts);
-    const std::string fraction = std::to_string((milliseconds - seconds).count());
-    return text.data() + std::string(3 - fraction.size(), '0') + fraction + "Z";
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(std::chrono::floor<std::chrono::milliseconds>(time - day));
+    const auto digits = [](auto number, std::size_t width) {
+        const std::string text = std::to_string(number);
+        return std::string(width - std::min(width, text.size()), '0') + text;
+    };
+    return digits(static_cast<int>(date.year()), 4) + '-' + digits(static_cast<unsigned>(date.month()), 2) + '-' +
+           digits(static_cast<unsigned>(date.day()), 2) + 'T' + digits(clock.hours().count(), 2) + ':' +
+           digits(clock.minutes().count(), 2) + ':' + digits(clock.seconds().count(), 2) + '.' +
+           digits(clock.subseconds().count(), 3) + 'Z';
 }
 
 std::string lineOf(const Exchange& exchange) {
@@ -46,7 +48,7 @@ std::string lineOf(const Exchange& exchange) {
 
 ExchangeLog::ExchangeLog(const std::string& file) : name_(file) {
     if (file.empty()) return;
-    file_.open(file, std::ios::app);
+    file_.open(std::filesystem::path(file), std::ios::app | std::ios::binary);
     if (!file_) noteFailure();
 }
 

@@ -9,19 +9,7 @@
 namespace quill1xml::cli {
 
 void addExchange(CLI::App& command, ExchangeOptions& options) {
-    constexpr Long longestSilence = 24 * 60 * 60;
-    constexpr int largestReply = 1024 * 1024;
-    command.add_option("--silence", options.silence, "Give an exchange up after so long without a byte")
-        ->check(CLI::Range(1, longestSilence))
-        ->capture_default_str()
-        ->type_name("SECONDS");
-    command.add_option("--max-reply", options.maxReply, "Give an exchange up when more comes in")
-        ->check(CLI::Range(1, largestReply))
-        ->capture_default_str()
-        ->type_name("MIB");
-    command.add_option("--ca-file", options.authorities, "Trust the certificate authorities in this PEM file alone")
-        ->check(CLI::ExistingFile)
-        ->type_name("FILE");
+    addExchangeLimits(command, options);
     command.add_option("--log", options.report.log, "Append each exchange to this file, as a line of JSON")
         ->type_name("FILE");
     command.add_flag("--verbose", options.report.verbose, "Tell each exchange on standard error");

@@ -19,6 +19,9 @@ struct ExchangeOptions {
     ExchangeReport report{};
 };
 
+/// Adds how far an exchange may go, where the system lets that be said.
+void addExchangeLimits(CLI::App& command, ExchangeOptions& options);
+
 void addExchange(CLI::App& command, ExchangeOptions& options);
 
 /// Does a command's work with the system's environment under these options. Returns what the work returns.

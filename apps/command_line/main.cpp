@@ -10,6 +10,7 @@
 #include "command_line/job.hpp"
 #include "command_line/nearest.hpp"
 #include "command_line/password.hpp"
+#include "command_line/process.hpp"
 #include "command_line/resume.hpp"
 #include "command_line/send_images.hpp"
 #include "command_line/terminal.hpp"
@@ -20,8 +21,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <csignal>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -61,7 +62,7 @@ CLI::Option* addJournal(CLI::App& command, cli::JobOptions& options) {
 /// Opens a job, "-" being standard input.
 std::istream& openJob(const std::string& file, std::ifstream& opened) {
     if (file != "-") {
-        opened.open(file);
+        opened.open(std::filesystem::path(file), std::ios::binary);
         if (!opened) throw std::runtime_error("cannot read the job file " + file);
     }
     std::istream& in = file == "-" ? std::cin : opened;
@@ -97,7 +98,9 @@ void addRun(CLI::App& app, Action& action) {
 
 /// Folders are named to the library without a separator at their end.
 std::string withoutSeparator(std::string folder) {
-    while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
+    const std::size_t root = std::filesystem::path(folder).root_path().string().size();
+    constexpr auto separator = static_cast<char>(std::filesystem::path::preferred_separator);
+    while (folder.size() > root && (folder.ends_with('/') || folder.ends_with(separator))) folder.pop_back();
     return folder;
 }
 
@@ -326,7 +329,7 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
     return usageError;
 }
 
-int runCommandLine(int argc, char** argv) {
+int runCommandLine(const cli::Process& process) {
     CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
     app.footer(automation::limitsText());
@@ -335,16 +338,17 @@ int runCommandLine(int argc, char** argv) {
     for (const auto add : {addRun, addCheck, addResume, addFetch, addSendImages, addSchema, addReference, addTemplate})
         add(app, action);
     try {
-        app.parse(argc, argv);
+        // The parser takes them from the back.
+        app.parse(std::vector<std::string>(process.arguments().rbegin(), process.arguments().rend()));
     } catch (const CLI::ParseError& error) {
         return reportUsage(app, error);
     }
     return action();
 }
 
-int tryCommandLine(int argc, char** argv) {
+int tryCommandLine(const cli::Process& process) {
     try {
-        return runCommandLine(argc, argv);
+        return runCommandLine(process);
     } catch (const std::bad_alloc&) {
         std::cerr << "quill1xml: out of memory\n";
         return failure;
@@ -357,11 +361,8 @@ int tryCommandLine(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Writing beyond a closed pipe or a limit fails where it happens: a job that nobody listens to goes on to its end.
-    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
-    // Together with C's streams, standard input would hide that reading fails.
-    std::ios::sync_with_stdio(false);
-    const int status = tryCommandLine(argc, argv);
+    const cli::Process process(argc, argv);
+    const int status = tryCommandLine(process);
     if (std::cout.flush()) return status;
     std::cerr << "quill1xml: standard output cannot be written\n";
     return std::max(status, failure);

@@ -1,8 +1,9 @@
 #include "command_line/password.hpp"
 
+#include "command_line/process.hpp"
 #include "command_line/terminal.hpp"
 
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -10,7 +11,7 @@ namespace quill1xml::cli {
 namespace {
 
 std::string firstLineOf(const std::string& file) {
-    std::ifstream in(file);
+    std::ifstream in(std::filesystem::path(file), std::ios::binary);
     std::string line;
     if (!std::getline(in, line)) throw std::runtime_error("no password can be read from the file " + file);
     if (line.ends_with('\r')) line.pop_back();
@@ -21,7 +22,7 @@ std::string firstLineOf(const std::string& file) {
 
 std::string readPassword(const std::string& file, const std::string& user) {
     if (!file.empty()) return firstLineOf(file);
-    if (const char* password = std::getenv("QUILL1XML_PASSWORD")) return password;
+    if (const auto password = environmentVariable("QUILL1XML_PASSWORD")) return *password;
     try {
         return askUnseen("Password of " + user + ": ");
     } catch (const std::runtime_error& error) {

@@ -1,6 +1,7 @@
 #include "command_line/trial_folder.hpp"
 
-#include <cstdlib>
+#include "command_line/temporary.hpp"
+
 #include <stdexcept>
 #include <system_error>
 
@@ -20,16 +21,10 @@ fs::path keptFolder(const fs::path& folder) {
     return fs::absolute(folder);
 }
 
-fs::path temporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "quill1xml-check-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make a temporary folder " + name);
-    return name;
-}
-
 }  // namespace
 
 TrialFolder::TrialFolder(const std::string& keep)
-    : path_(keep.empty() ? temporaryFolder() : keptFolder(keep)), kept_(!keep.empty()) {}
+    : path_(keep.empty() ? makeTemporaryFolder() : keptFolder(keep)), kept_(!keep.empty()) {}
 
 TrialFolder::~TrialFolder() {
     std::error_code ignored;
