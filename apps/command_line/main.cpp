@@ -361,9 +361,13 @@ int tryCommandLine(const cli::Process& process) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const cli::Process process(argc, argv);
-    const int status = tryCommandLine(process);
-    if (std::cout.flush()) return status;
-    std::cerr << "quill1xml: standard output cannot be written\n";
-    return std::max(status, failure);
+    try {
+        const cli::Process process(argc, argv);
+        const int status = tryCommandLine(process);
+        if (std::cout.flush()) return status;
+        std::cerr << "quill1xml: standard output cannot be written\n";
+        return std::max(status, failure);
+    } catch (const std::bad_alloc&) {
+        return failure;
+    }
 }

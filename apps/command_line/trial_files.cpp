@@ -59,7 +59,7 @@ std::u16string TrialFiles::placeFor(Text fileName) {
         const std::filesystem::path next = placeCount_ == 1 ? folder_ : folder_ / std::to_string(placeCount_);
         std::error_code failed;
         std::filesystem::create_directories(next, failed);
-        if (failed) throw std::runtime_error(next.string() + ": " + failed.message());
+        if (failed) throw std::runtime_error(next.string() + ": " + failed.default_error_condition().message());
         place = places_.insert_or_assign(folder, next).first;
     }
     return (place->second / name).u16string();

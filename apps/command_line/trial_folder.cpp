@@ -15,7 +15,7 @@ fs::path keptFolder(const fs::path& folder) {
     fs::create_directories(folder, failed);
     // Whether it is empty tells what stands in the way as well.
     const bool empty = fs::is_empty(folder, failed);
-    if (failed) throw std::runtime_error("cannot use the folder " + folder.string() + ": " + failed.message());
+    if (failed) throw std::runtime_error("cannot use the folder " + folder.string() + ": " + failed.default_error_condition().message());
     if (!fs::is_directory(folder)) throw std::runtime_error(folder.string() + " is not a folder");
     if (!empty) throw std::runtime_error("the folder " + folder.string() + " is not empty");
     return fs::absolute(folder);

@@ -1,10 +1,10 @@
 # Writes files into a C++ source: cmake -Dparts="FILE;FILE" -Doutput=SOURCE -P embed.cmake
 set(source "#include \"manual_page/texts.hpp\"\n\nnamespace quill1xml::manual_page {\n\n")
-string(APPEND source "std::span<const Part> parts() {\n    static constexpr Part all[] = {\n")
+string(APPEND source "std::span<const Part> parts() {\n    using namespace std::literals;\n    static constexpr Part all[] = {\n")
 foreach(part IN LISTS parts)
     file(READ ${part} text)
     get_filename_component(name ${part} NAME)
-    string(APPEND source "        {\"${name}\", R\"--part--(${text})--part--\"},\n")
+    string(APPEND source "        {\"${name}\", R\"--part--(${text})--part--\"sv},\n")
 endforeach()
 string(APPEND source "    };\n    return all;\n}\n\n}  // namespace quill1xml::manual_page\n")
 file(WRITE ${output} "${source}")
