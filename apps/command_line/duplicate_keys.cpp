@@ -19,8 +19,8 @@ constexpr std::uint64_t entriesAtOnce = 1 << 10;
 /// Where a key came first.
 struct First {
     std::uint64_t place = 0;
-    std::uint64_t size = 0;
-    std::uint64_t line = 0;
+    std::size_t size = 0;
+    std::size_t line = 0;
 };
 
 void require(bool done) {
@@ -44,8 +44,8 @@ void get(std::FILE* file, Value* values, std::size_t count) {
 struct DuplicateKeys::Entry {
     std::uint64_t hash = 0;
     std::uint64_t place = 0;  ///< of the key in its file, in bytes
-    std::uint64_t size = 0;   ///< in characters
-    std::uint64_t line = 0;
+    std::size_t size = 0;     ///< in characters
+    std::size_t line = 0;
 };
 
 void DuplicateKeys::add(std::u16string_view key, std::size_t line) {
@@ -73,7 +73,7 @@ void DuplicateKeys::tellPart(std::uint64_t part, std::uint64_t parts, const Foun
     std::vector<Entry> entries;
     seek(entries_.get(), 0);
     for (std::uint64_t done = 0; done < count_; done += entries.size()) {
-        entries.resize(std::min<std::uint64_t>(count_ - done, entriesAtOnce));
+        entries.resize(static_cast<std::size_t>(std::min<std::uint64_t>(count_ - done, entriesAtOnce)));
         get(entries_.get(), entries.data(), entries.size());
         for (const Entry& entry : entries) {
             if ((entry.hash >> 32) % parts != part) continue;
@@ -92,7 +92,7 @@ void DuplicateKeys::tellPart(std::uint64_t part, std::uint64_t parts, const Foun
     }
 }
 
-std::u16string DuplicateKeys::keyAt(std::uint64_t place, std::uint64_t size) {
+std::u16string DuplicateKeys::keyAt(std::uint64_t place, std::size_t size) {
     seek(keys_.get(), place);
     std::u16string key(size, u'\0');
     get(keys_.get(), key.data(), key.size());

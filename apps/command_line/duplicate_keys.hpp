@@ -27,7 +27,7 @@ private:
     struct Entry;
 
     void tellPart(std::uint64_t part, std::uint64_t parts, const Found& found);
-    std::u16string keyAt(std::uint64_t place, std::uint64_t size);
+    std::u16string keyAt(std::uint64_t place, std::size_t size);
 
     struct Close {
         void operator()(std::FILE* file) const noexcept { std::fclose(file); }

@@ -1,10 +1,11 @@
 #include "command_line/exchange_log.hpp"
 
+#include "command_line/paths.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <ios>
 #include <system_error>
 #include <utility>
@@ -48,7 +49,7 @@ std::string lineOf(const Exchange& exchange) {
 
 ExchangeLog::ExchangeLog(const std::string& file) : name_(file) {
     if (file.empty()) return;
-    file_.open(std::filesystem::path(file), std::ios::app | std::ios::binary);
+    file_.open(pathOf(file), std::ios::app | std::ios::binary);
     if (!file_) noteFailure();
 }
 

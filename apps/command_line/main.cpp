@@ -10,6 +10,7 @@
 #include "command_line/job.hpp"
 #include "command_line/nearest.hpp"
 #include "command_line/password.hpp"
+#include "command_line/paths.hpp"
 #include "command_line/process.hpp"
 #include "command_line/resume.hpp"
 #include "command_line/send_images.hpp"
@@ -31,6 +32,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -42,6 +44,17 @@ constexpr int usageError = 2;
 
 /// What the command that was given does; returns the exit status.
 using Action = std::function<int()>;
+
+/// The parser's own check for this knows no names beyond the system's code page.
+CLI::Validator existingFolder() {
+    const auto check = [](const std::string& name) -> std::string {
+        std::error_code unknown;
+        const std::filesystem::file_status status = std::filesystem::status(cli::pathOf(name), unknown);
+        if (unknown || !std::filesystem::exists(status)) return "Directory does not exist: " + name;
+        return std::filesystem::is_directory(status) ? "" : "Directory is actually a file: " + name;
+    };
+    return {check, "DIR"};
+}
 
 /// Options of what can go on after a failure.
 CLI::Option* addJournal(CLI::App& command, cli::JobOptions& options) {
@@ -62,7 +75,7 @@ CLI::Option* addJournal(CLI::App& command, cli::JobOptions& options) {
 /// Opens a job, "-" being standard input.
 std::istream& openJob(const std::string& file, std::ifstream& opened) {
     if (file != "-") {
-        opened.open(std::filesystem::path(file), std::ios::binary);
+        opened.open(cli::pathOf(file), std::ios::binary);
         if (!opened) throw std::runtime_error("cannot read the job file " + file);
     }
     std::istream& in = file == "-" ? std::cin : opened;
@@ -98,7 +111,7 @@ void addRun(CLI::App& app, Action& action) {
 
 /// Folders are named to the library without a separator at their end.
 std::string withoutSeparator(std::string folder) {
-    const std::size_t root = std::filesystem::path(folder).root_path().string().size();
+    const std::size_t root = cli::pathOf(folder).root_path().string().size();
     constexpr auto separator = static_cast<char>(std::filesystem::path::preferred_separator);
     while (folder.size() > root && (folder.ends_with('/') || folder.ends_with(separator))) folder.pop_back();
     return folder;
@@ -191,7 +204,7 @@ void addFetch(CLI::App& app, Action& action) {
             addUser(*kind, options, command->passwordFile);
         }
         kind->add_option("--archive", options.archive, "Keep the reply as a file in this folder")
-            ->check(CLI::ExistingDirectory)
+            ->check(existingFolder())
             ->type_name("DIR");
         cli::addExchange(*kind, command->exchange);
         command->format = cli::outputIsTerminal() ? "table" : "json";
@@ -226,7 +239,7 @@ void addSendImages(CLI::App& app, Action& action) {
     CLI::App* send = app.add_subcommand("send-images", "Send product images, one request a file");
     send->add_option("dir", options.folder, "The folder of the files")
         ->required()
-        ->check(CLI::ExistingDirectory)
+        ->check(existingFolder())
         ->type_name("");
     send->add_option("--spec", options.spec, "Which files: a name or a pattern such as \"*.jpg\"")
         ->required()

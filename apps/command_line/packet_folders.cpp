@@ -1,6 +1,7 @@
 #include "command_line/packet_folders.hpp"
 
 #include "command_line/harmless_text.hpp"
+#include "command_line/paths.hpp"
 #include "quill1xml/error.hpp"
 #include "quill1xml/text.hpp"
 #include "text/blanks.hpp"
@@ -68,8 +69,8 @@ void PacketFolders::hold() {
     std::string native = toUtf8(folder_);
     std::ranges::replace(native, '\\', '/');
     std::error_code ignored;  // then the name as it is must do
-    std::filesystem::path place = std::filesystem::weakly_canonical(native, ignored);
-    if (place.empty()) place = native;
+    std::filesystem::path place = std::filesystem::weakly_canonical(pathOf(native), ignored);
+    if (place.empty()) place = pathOf(native);
     taken_ = holds_.contains(place);
     if (taken_) return;
     try {

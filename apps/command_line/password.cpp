@@ -1,9 +1,9 @@
 #include "command_line/password.hpp"
 
+#include "command_line/paths.hpp"
 #include "command_line/process.hpp"
 #include "command_line/terminal.hpp"
 
-#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -11,7 +11,7 @@ namespace quill1xml::cli {
 namespace {
 
 std::string firstLineOf(const std::string& file) {
-    std::ifstream in(std::filesystem::path(file), std::ios::binary);
+    std::ifstream in(pathOf(file), std::ios::binary);
     std::string line;
     if (!std::getline(in, line)) throw std::runtime_error("no password can be read from the file " + file);
     if (line.ends_with('\r')) line.pop_back();

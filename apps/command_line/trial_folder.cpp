@@ -1,5 +1,6 @@
 #include "command_line/trial_folder.hpp"
 
+#include "command_line/paths.hpp"
 #include "command_line/temporary.hpp"
 
 #include <stdexcept>
@@ -15,7 +16,9 @@ fs::path keptFolder(const fs::path& folder) {
     fs::create_directories(folder, failed);
     // Whether it is empty tells what stands in the way as well.
     const bool empty = fs::is_empty(folder, failed);
-    if (failed) throw std::runtime_error("cannot use the folder " + folder.string() + ": " + failed.default_error_condition().message());
+    if (failed)
+        throw std::runtime_error("cannot use the folder " + folder.string() + ": " +
+                                 failed.default_error_condition().message());
     if (!fs::is_directory(folder)) throw std::runtime_error(folder.string() + " is not a folder");
     if (!empty) throw std::runtime_error("the folder " + folder.string() + " is not empty");
     return fs::absolute(folder);
@@ -24,7 +27,7 @@ fs::path keptFolder(const fs::path& folder) {
 }  // namespace
 
 TrialFolder::TrialFolder(const std::string& keep)
-    : path_(keep.empty() ? makeTemporaryFolder() : keptFolder(keep)), kept_(!keep.empty()) {}
+    : path_(keep.empty() ? makeTemporaryFolder() : keptFolder(pathOf(keep))), kept_(!keep.empty()) {}
 
 TrialFolder::~TrialFolder() {
     std::error_code ignored;
