@@ -345,6 +345,8 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
 int runCommandLine(const cli::Process& process) {
     CLI::App app("Publishes records to a web store and fetches what shoppers did there.", "quill1xml");
     app.require_subcommand(1);
+    // A file may begin with "/" everywhere.
+    app.allow_windows_style_options(false);
     app.footer(automation::limitsText());
     app.set_version_flag("--version", "quill1xml " + std::string(version()), "Print the version and end");
     Action action;

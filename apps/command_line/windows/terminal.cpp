@@ -25,20 +25,30 @@ Handle openConsole(const wchar_t* name) {
     return Handle(opened);
 }
 
-BOOL WINAPI endReading(DWORD event) { return event == CTRL_C_EVENT ? TRUE : FALSE; }
+/// Before an interrupt ends the process.
+BOOL WINAPI showAgain(DWORD) {
+    const HANDLE console = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                       nullptr, OPEN_EXISTING, 0, nullptr);
+    DWORD mode = 0;
+    if (GetConsoleMode(console, &mode) != 0) SetConsoleMode(console, mode | ENABLE_ECHO_INPUT);
+    return FALSE;
+}
 
-/// While it lives, what is typed does not show, and Ctrl+C ends the reading instead of the process.
+/// While it lives, what is typed does not show.
 class Unseen {
 public:
     explicit Unseen(HANDLE console) : console_(console) {
         GetConsoleMode(console_, &mode_);
-        SetConsoleCtrlHandler(endReading, TRUE);
-        SetConsoleMode(console_, ENABLE_PROCESSED_INPUT | ENABLE_LINE_INPUT);
+        SetConsoleCtrlHandler(showAgain, TRUE);
+        const DWORD lines = mode_ | ENABLE_LINE_INPUT | ENABLE_PROCESSED_INPUT;
+        hidden_ = SetConsoleMode(console_, lines & ~DWORD{ENABLE_ECHO_INPUT}) != 0;
     }
+
+    bool hidden() const { return hidden_; }
 
     ~Unseen() {
         SetConsoleMode(console_, mode_);
-        SetConsoleCtrlHandler(endReading, FALSE);
+        SetConsoleCtrlHandler(showAgain, FALSE);
     }
     Unseen(const Unseen&) = delete;
     Unseen& operator=(const Unseen&) = delete;
@@ -46,6 +56,7 @@ public:
 private:
     HANDLE console_;
     DWORD mode_ = 0;
+    bool hidden_ = false;
 };
 
 std::wstring readLine(HANDLE console) {
@@ -92,6 +103,7 @@ std::string askUnseen(const std::string& prompt) {
     std::wstring line;
     {
         const Unseen unseen(input.get());
+        if (!unseen.hidden()) throw std::runtime_error("the terminal would show it");
         line = readLine(input.get());
     }
     // The line end that was typed did not show either.
