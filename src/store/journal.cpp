@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <ranges>
 #include <utility>
 
 namespace quill1xml::store {
@@ -58,7 +59,8 @@ std::optional<std::vector<Text>> valuesOf(Text line) {
 bool beginsAsJournal(const Bytes& bytes) {
     Bytes beginning{0xFF, 0xFE};
     for (const char16_t c : heading) beginning.insert(beginning.end(), {static_cast<std::uint8_t>(c), 0});
-    return std::equal(bytes.begin(), bytes.begin() + std::min(bytes.size(), beginning.size()), beginning.begin());
+    return std::ranges::equal(bytes | std::views::take(std::ssize(beginning)),
+                              beginning | std::views::take(std::ssize(bytes)));
 }
 
 [[noreturn]] void refuse(const std::u16string& fileName, Text reason) {
