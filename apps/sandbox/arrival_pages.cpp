@@ -44,10 +44,12 @@ std::string childTable(const Json& children, const std::string& element) {
             if (std::ranges::find(names, name) == names.end()) names.push_back(name);
     }
     std::vector<Table::Column> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names) columns.push_back({name});
     Table table(element, columns);
     for (const Json* row : rows) {
         std::vector<std::string> cells;
+        cells.reserve(names.size());
         for (const std::string& name : names)
             cells.push_back("<div class=\"long\">" + escaped(attributeOf(row->at("attributes"), name.c_str())) +
                             "</div>");
