@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 namespace quill1xml::store {
@@ -59,8 +58,8 @@ std::optional<std::vector<Text>> valuesOf(Text line) {
 bool beginsAsJournal(const Bytes& bytes) {
     Bytes beginning{0xFF, 0xFE};
     for (const char16_t c : heading) beginning.insert(beginning.end(), {static_cast<std::uint8_t>(c), 0});
-    return std::ranges::equal(bytes | std::views::take(std::ssize(beginning)),
-                              beginning | std::views::take(std::ssize(bytes)));
+    const auto [byte, expected] = std::mismatch(bytes.begin(), bytes.end(), beginning.begin(), beginning.end());
+    return byte == bytes.end() || expected == beginning.end();
 }
 
 [[noreturn]] void refuse(const std::u16string& fileName, Text reason) {
