@@ -21,16 +21,36 @@ namespace {
 
 constexpr Text sendSource = u"Quill1XML.Store.Send()";
 
-std::u16string destination(const State& state, Text given) {
+/// What sending asks of a document stands in its head, which packets behind the first have in common.
+class Head {
+public:
+    /// A document that tells what one that begins with this text tells: another one only where the text changed.
+    const ports::Document& of(const State& state, Text text) {
+        if (text != text_) {
+            text_ = text;
+            const Text pieces[] = {text, u"</Store>"};
+            ports::ParseError error;
+            document_ = state.environment.xml->parse(pieces, nullptr, error);
+            if (document_ != nullptr && document_->select(u"Store/Envelope").empty()) document_.reset();
+        }
+        return document_ == nullptr ? *state.document : *document_;
+    }
+
+private:
+    std::u16string text_;
+    std::unique_ptr<ports::Document> document_;
+};
+
+std::u16string destination(const ports::Document& head, Text given) {
     if (!given.empty()) return std::u16string(given);
-    const auto envelope = requiredElement(*state.document, u"Store/Envelope");
+    const auto envelope = requiredElement(head, u"Store/Envelope");
     auto url = envelope->attribute(u"DestinationURL");
     if (!url) throw Error(applicationError, sendSource, u"No Destination URL has been specified.");
     return *std::move(url);
 }
 
-void archive(const State& state, Text folder, Long importNumber) {
-    const auto root = requiredElement(*state.document, u"Store");
+void archive(const State& state, const ports::Document& head, Text folder, Long importNumber) {
+    const auto root = requiredElement(head, u"Store");
     std::u16string fileName(folder);
     fileName.append(u"\\WebStore");
     appendInteger(fileName, toLong(requiredAttribute(*root, u"StoreID")));
@@ -47,16 +67,17 @@ struct OwnDocument {
     static void accepted(Long) {}
 };
 
-/// Posts the document that a function loads, and notes what becomes of it; returns the server's import number.
-template <class Load, class Note>
-Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load, Note& note) {
+/// Posts the document that a function loads, and notes what becomes of it; returns the server's import number. Another
+/// function tells a document of the same head.
+template <class Load, class Headed, class Note>
+Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load, Headed headed, Note& note) {
     return logged(state, labels::sendFile, [&] {
         load();
         if (!state.schemaValid) {
             throw Error(applicationError, sendSource,
                         u"The document is not Schema Valid. Please check your event log for details.");
         }
-        const std::u16string url = destination(state, destinationUrl);
+        const std::u16string url = destination(headed(), destinationUrl);
         const std::string body = state.document->utf8();
         note.posting();
         Long importNumber = 0;
@@ -70,7 +91,7 @@ Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load, No
         }
         note.accepted(importNumber);
         state.answer = {};  // what fails from here on is not the server's fault
-        if (!archivePath.empty()) archive(state, archivePath, importNumber);
+        if (!archivePath.empty()) archive(state, headed(), archivePath, importNumber);
         return importNumber;
     });
 }
@@ -81,7 +102,7 @@ void uploaded(State& state, const std::u16string& name, Long importNumber) {
     appendInteger(state.uploadResult, importNumber);
 }
 
-void sendPacket(State& state, const arguments::SendTempFile& arguments, const std::u16string& name) {
+void sendPacket(State& state, const arguments::SendTempFile& arguments, const std::u16string& name, Head& head) {
     const std::u16string path = state.tempFilePath + name;
     const std::u16string content = state.environment.files->readText(path);
     if (trimBlanks(content, u" \t\r\n").empty()) return;
@@ -99,7 +120,11 @@ void sendPacket(State& state, const arguments::SendTempFile& arguments, const st
         // After a power cut the files tell what the store may have.
         state.environment.files->flush(path);
     };
-    const Long importNumber = sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, load, note);
+    const auto headed = [&]() -> const ports::Document& {
+        return hasHead ? *state.document : head.of(state, state.documentHead);
+    };
+    const Long importNumber =
+        sendFile(state, arguments.strDestinationURL, arguments.strArchivePath, load, headed, note);
     uploaded(state, name, importNumber);
     if (state.packetUploaded) state.packetUploaded(name, importNumber);
     note.requireWritten();
@@ -114,11 +139,12 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
         if (state.journal) {
             beginSending(state, exchange::packetsOf(state, arguments.strTempFile), u"Quill1XML.Store.SendTempFile()");
         }
+        Head head;
         Integer packet = 1;
         for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty();
              ++packet) {
             state.packetUnderWay = name;
-            sendPacket(state, arguments, name);
+            sendPacket(state, arguments, name, head);
             state.packetUnderWay.clear();
             if (packet == std::numeric_limits<Integer>::max()) throw runtimeError(RuntimeError::overflow);
         }
@@ -144,9 +170,9 @@ std::u16string perform(State& state, const arguments::Send& arguments) {
         } else if (arguments.strSource == u"File") {
             // A document of the host's own is not archived.
             OwnDocument note;
-            appendInteger(state.uploadResult, sendFile(
-                                                  state, arguments.strDestinationURL, {},
-                                                  [&] { loadFile(state, arguments.strWebStoreSource); }, note));
+            const auto load = [&] { loadFile(state, arguments.strWebStoreSource); };
+            const auto headed = [&]() -> const ports::Document& { return *state.document; };
+            appendInteger(state.uploadResult, sendFile(state, arguments.strDestinationURL, {}, load, headed, note));
         }
     });
     return state.uploadResult;

@@ -1,4 +1,5 @@
 #include "platform/ports.hpp"
+#include "platform/posix/xml_one_pass.hpp"
 #include "platform/posix/xml_parsing.hpp"
 #include "platform/posix/xml_writing.hpp"
 #include "quill1xml/text.hpp"
@@ -26,21 +27,31 @@ using testing::utf8;
 
 class PosixXmlTest : public ::testing::Test {
 protected:
+    /// Why a document is refused, whether it is to be valid or not.
     ParseError failure(Text text) {
         ParseError error;
+        ParseError sameError;
         EXPECT_FALSE(xml_->parse({{text}}, nullptr, error));
+        EXPECT_FALSE(xml_->parse({{text}}, anything_, sameError));
+        EXPECT_EQ(sameError.reason, error.reason);
+        EXPECT_EQ(sameError.filePosition, error.filePosition);
         return error;
     }
 
     std::shared_ptr<Xml> xml_ = systemEnvironment().xml;
     testing::TempFolder folder_;
+    std::shared_ptr<Schema> anything_ = store::SchemaSource().load(
+        systemEnvironment(), folder_.create(u"any.xsd",
+                                            "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>"
+                                            "<xs:element name='a'/></xs:schema>"));
 };
 
 TEST_F(PosixXmlTest, UndeclaredPrefixesAreRefused) {
     for (const Text text : {u"<p:a/>", u"<a p:x='1'/>"}) EXPECT_TRUE(failure(text)) << utf8(text);
 }
 
-TEST_F(PosixXmlTest, TreesAreWrittenAsTheLibraryWritesThem) {
+TEST_F(PosixXmlTest, DocumentsAreWrittenAsTheLibraryWritesThem) {
+    const auto anything = std::dynamic_pointer_cast<XsdSchema>(anything_);
     const struct {
         std::string document;
         bool plain;
@@ -48,7 +59,8 @@ TEST_F(PosixXmlTest, TreesAreWrittenAsTheLibraryWritesThem) {
         {"<a b='&amp;&lt;&gt;&quot;&apos;&#9;&#10;&#13;' "
          "c=''>&amp;&lt;&gt;\"'\t\n&#13;x<d></d><e/>\u00E9\U0001F4A1</a>",
          true},
-        {"<a xmlns='u' xmlns:p='v&amp;w' p:b='1'><p:c xmlns=''/><d xml:lang='en'/></a>", true},
+        {"<a xmlns:p='v&amp;w' p:b='1'><p:c xmlns='u'><e xmlns=''/></p:c><d xml:lang='en'/></a>", true},
+        {"<a b='&#38;#38;&#x26;amp;&#38;'>&#38;#38;&#x26;amp;<b></b>\r\n \r</a>\n\n", true},
         {"<a xmlns='it&apos;s'/>", false},
         {"<a><!-- b --></a>", false},
         {"<a><b><![CDATA[<]]></b></a>", false},
@@ -67,7 +79,9 @@ TEST_F(PosixXmlTest, TreesAreWrittenAsTheLibraryWritesThem) {
         xmlDocDumpMemoryEnc(tree.get(), &expected, nullptr, "UTF-8");
         const std::string withDeclaration = reinterpret_cast<const char*>(expected);
         xmlFree(expected);
-        EXPECT_EQ(written, "before" + (c.plain ? withDeclaration.substr(withDeclaration.find('\n') + 1) : ""));
+        const std::string plain = c.plain ? withDeclaration.substr(withDeclaration.find('\n') + 1) : "";
+        EXPECT_EQ(written, "before" + plain);
+        EXPECT_EQ(textIfValid(c.document, *anything).value_or(""), plain);
     }
 }
 
@@ -162,26 +176,29 @@ public:
 
 TEST_F(PosixXmlTest, WithoutMemoryNothingIsEmptied) {
     const FailingParser failing;
-    constexpr Text text = u"<?xml version='1.0' encoding='UTF-8'?><a b='x' c='&amp;&#60;' d='\n'><e>f</e></a>";
-    for (int allocation = 1;; ++allocation) {
-        bool enough = true;
-        untilFailure = allocation;
-        try {
-            ParseError error;
-            const auto document = xml_->parse({{text}}, nullptr, error);
-            ASSERT_TRUE(document) << utf8(error.reason);
-            EXPECT_EQ(document->root()->attribute(u"b"), u"x") << allocation;
-            EXPECT_EQ(document->root()->attribute(u"c"), u"&<") << allocation;
-            EXPECT_EQ(document->root()->attribute(u"d"), u" ") << allocation;
-            EXPECT_TRUE(document->utf8().ends_with("d=\" \"><e>f</e></a>\n")) << allocation;
-        } catch (const std::bad_alloc&) {
-            enough = false;
-        }
-        if (untilFailure > 0) {
-            EXPECT_TRUE(enough);
-            EXPECT_GT(allocation, 30);
-            untilFailure = 0;
-            return;
+    for (const std::shared_ptr<Schema>& schema : {std::shared_ptr<Schema>(), anything_}) {
+        constexpr Text text = u"<?xml version='1.0' encoding='UTF-8'?><a b='x' c='&amp;&#60;' d='\n'><e>f</e></a>";
+        for (int allocation = 1;; ++allocation) {
+            bool enough = true;
+            untilFailure = allocation;
+            try {
+                ParseError error;
+                const auto document = xml_->parse({{text}}, schema, error);
+                ASSERT_TRUE(document) << utf8(error.reason);
+                EXPECT_FALSE(document->validate()) << allocation;
+                EXPECT_EQ(document->root()->attribute(u"b"), u"x") << allocation;
+                EXPECT_EQ(document->root()->attribute(u"c"), u"&<") << allocation;
+                EXPECT_EQ(document->root()->attribute(u"d"), u" ") << allocation;
+                EXPECT_TRUE(document->utf8().ends_with("d=\" \"><e>f</e></a>\n")) << allocation;
+            } catch (const std::bad_alloc&) {
+                enough = false;
+            }
+            if (untilFailure > 0) {
+                EXPECT_TRUE(enough);
+                EXPECT_GT(allocation, 30);
+                untilFailure = 0;
+                break;
+            }
         }
     }
 }

@@ -1,10 +1,9 @@
 #include "platform/posix/files.hpp"
 #include "platform/posix/parts.hpp"
 #include "platform/posix/xml_document.hpp"
-#include "text/declared_encoding.hpp"
+#include "platform/posix/xml_valid_document.hpp"
 #include "text/utf.hpp"
 
-#include <new>
 #include <utility>
 
 #include <libxml/parser.h>
@@ -14,14 +13,10 @@ namespace {
 
 std::string_view bytesOf(const Bytes& bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
 
-/// Bytes of UTF-8 as a count of UTF-16 units.
-Long utf16Length(std::string_view utf8) {
-    Long length = 0;
-    for (const char c : utf8) {
-        const auto byte = static_cast<std::uint8_t>(c);
-        if ((byte & 0xC0) != 0x80) length += byte >= 0xF0 ? 2 : 1;
-    }
-    return length;
+std::string_view withoutMark(std::string_view utf8) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (utf8.starts_with(mark)) utf8.remove_prefix(mark.size());
+    return utf8;
 }
 
 class LibXml final : public Xml {
@@ -42,11 +37,15 @@ public:
             error.reason = u"The text holds half a surrogate pair, which is no character";
             return nullptr;
         }
-        return parseUtf8(utf8, schema, error);
+        const auto xsd = std::dynamic_pointer_cast<const XsdSchema>(std::move(schema));
+        auto valid = xsd ? parseValid(withoutMark(utf8), xsd) : nullptr;
+        if (valid == nullptr) return parseUtf8(withoutMark(utf8), xsd, error);
+        error = {};
+        return valid;
     }
 
     std::unique_ptr<Document> parseBytes(std::string bytes, SourceEncoding encoding, ParseError& error) override {
-        if (encoding == SourceEncoding::utf8) return parseUtf8(bytes, nullptr, error);
+        if (encoding == SourceEncoding::utf8) return parseUtf8(withoutMark(bytes), nullptr, error);
         TreeOwner tree = parseTree(bytes, encoding, error);
         return tree ? makeDocument(std::move(tree), nullptr, {}) : nullptr;
     }
@@ -66,24 +65,6 @@ public:
 
     std::shared_ptr<Schema> compile(std::unique_ptr<Document> schema, Text, ParseError& error) override {
         return XsdSchema::compile(std::move(schema), error);
-    }
-
-private:
-    static std::unique_ptr<Document> parseUtf8(std::string_view utf8, const std::shared_ptr<Schema>& schema,
-                                               ParseError& error) {
-        constexpr std::string_view mark = "\xEF\xBB\xBF";
-        if (utf8.starts_with(mark)) utf8.remove_prefix(mark.size());
-        TreeOwner tree = parseTree(utf8, SourceEncoding::utf8, error);
-        if (!tree) {
-            error.filePosition = utf16Length(utf8.substr(0, static_cast<std::size_t>(error.filePosition)));
-            return nullptr;
-        }
-        // The declaration did not matter for reading, but it does for saving.
-        const std::string encoding(declaredEncoding(utf8));
-        if (!encoding.empty() && (tree->encoding = xmlStrdup(BAD_CAST encoding.c_str())) == nullptr) {
-            throw std::bad_alloc();
-        }
-        return makeDocument(std::move(tree), std::dynamic_pointer_cast<XsdSchema>(schema), {});
     }
 };
 

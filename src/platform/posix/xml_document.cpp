@@ -5,8 +5,10 @@
 #include "platform/posix/xml_memory.hpp"
 #include "platform/posix/xml_writing.hpp"
 #include "quill1xml/text.hpp"
+#include "text/declared_encoding.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -14,6 +16,16 @@
 
 namespace quill1xml::platform {
 namespace {
+
+/// Bytes of UTF-8 as a count of UTF-16 units.
+Long utf16Length(std::string_view utf8) {
+    Long length = 0;
+    for (const char c : utf8) {
+        const auto byte = static_cast<std::uint8_t>(c);
+        if ((byte & 0xC0) != 0x80) length += byte >= 0xF0 ? 2 : 1;
+    }
+    return length;
+}
 
 struct Tree {
     TreeOwner document;
@@ -159,14 +171,8 @@ std::string serialise(xmlDoc* document, const char* encoding, int options) {
 
 /// The document in UTF-8, with its XML declaration where it has one but without an encoding in it.
 std::string withoutEncoding(xmlDoc* document) {
-    constexpr int noDeclaration = -1;
-    const int standalone = document->standalone;
     std::string text;
-    if (standalone != noDeclaration) {
-        text.append("<?xml version=\"").append(view(document->version)).append("\"");
-        if (standalone >= 0) text += standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
-        text += "?>\n";
-    }
+    appendDeclaration(text, *document);
     if (!appendPlainTree(text, *document)) text += serialise(document, "UTF-8", XML_SAVE_NO_DECL);
     return text;
 }
@@ -224,6 +230,21 @@ xmlDoc* treeOf(const Document& document) { return dynamic_cast<const XmlDocument
 std::unique_ptr<Document> makeDocument(TreeOwner tree, std::shared_ptr<const XsdSchema> schema, Text url) {
     return std::make_unique<XmlDocument>(
         std::make_shared<const Tree>(Tree{std::move(tree), std::move(schema), std::u16string(url)}));
+}
+
+std::unique_ptr<Document> parseUtf8(std::string_view document, std::shared_ptr<const XsdSchema> schema,
+                                    ParseError& error) {
+    TreeOwner tree = parseTree(document, SourceEncoding::utf8, error);
+    if (!tree) {
+        error.filePosition = utf16Length(document.substr(0, static_cast<std::size_t>(error.filePosition)));
+        return nullptr;
+    }
+    // The declaration did not matter for reading, but it does for saving.
+    const std::string encoding(declaredEncoding(document));
+    if (!encoding.empty() && (tree->encoding = xmlStrdup(BAD_CAST encoding.c_str())) == nullptr) {
+        throw std::bad_alloc();
+    }
+    return makeDocument(std::move(tree), std::move(schema), {});
 }
 
 }  // namespace quill1xml::platform

@@ -4,6 +4,8 @@
 #include <array>
 #include <string>
 
+#include <libxml/dict.h>
+
 namespace quill1xml::platform {
 namespace {
 
@@ -101,6 +103,17 @@ std::u16string_view excessIn(std::string_view document) {
         if (document.starts_with(beginning.bytes)) return excessInNarrow(narrowed(document, beginning));
     }
     return excessInNarrow(document);
+}
+
+std::u16string_view excessAt(const xmlParserCtxt& parser, int depth) {
+    constexpr int maximumDepth = 256;
+    constexpr int maximumNamespaces = 64;  // in scope; every prefix is looked for in all
+    constexpr int maximumNames = 100'000;  // the library's table of names does not grow with them
+    if (depth >= maximumDepth) return u"Elements are nested more than 256 levels deep";
+    const int declared = parser.nsNr / 2;  // prefixes and names take turns
+    if (declared > maximumNamespaces) return u"More than 64 namespaces are declared";
+    if (xmlDictSize(parser.dict) > maximumNames) return u"There are more than 100000 different names";
+    return {};
 }
 
 }  // namespace quill1xml::platform

@@ -7,16 +7,21 @@
 #include <cstddef>
 #include <string_view>
 
+#include <libxml/parser.h>
+
 namespace quill1xml::platform {
 
+inline constexpr std::size_t maximumSize = 1024u * 1024 * 1024;  ///< of a document, in bytes
 inline constexpr std::size_t maximumAttributes = limits::attributes;
 inline constexpr std::size_t maximumDocumentType = 64 * 1024;  ///< in bytes
-inline constexpr int maximumNamespaces = 64;                   ///< in scope; every prefix is looked for in all
-inline constexpr int maximumNames = 100'000;                   ///< the library's table of names does not grow with them
 
 /// What in a document is beyond these limits, for people; empty when nothing is. Takes time in proportion to the size.
 /// It knows the first two limits, and one for documents with many tags of more than 400 attributes. Looks for ASCII, in
 /// units of one byte, or of the two or four in which the document begins.
 std::u16string_view excessIn(std::string_view document);
+
+/// What is beyond further limits, of levels, namespaces and names, where a parser meets an element below so many
+/// others; empty when nothing is.
+std::u16string_view excessAt(const xmlParserCtxt& parser, int depth);
 
 }  // namespace quill1xml::platform

@@ -15,8 +15,6 @@
 namespace quill1xml::platform {
 namespace {
 
-constexpr int maximumDepth = 256;
-constexpr std::size_t maximumSize = 1024u * 1024 * 1024;
 constexpr std::size_t shownBytes = 100;  // of the offending line, on either side of the position
 
 struct FreeContext {
@@ -101,19 +99,11 @@ void onStartElement(void* data, const xmlChar* name, const xmlChar* prefix, cons
                     const xmlChar** namespaces, int attributeCount, int defaultedCount,
                     const xmlChar** attributes) noexcept {
     auto* context = static_cast<xmlParserCtxt*>(data);
-    if (context->nodeNr >= maximumDepth) {
-        refuse(context, XML_ERR_INTERNAL_ERROR, u"Elements are nested more than 256 levels deep");
-        return;
-    }
-    if (context->nsNr > 2 * maximumNamespaces) {  // prefixes and names take turns
-        refuse(context, XML_ERR_INTERNAL_ERROR, u"More than 64 namespaces are declared");
-        return;
-    }
-    if (xmlDictSize(context->dict) > maximumNames) {
-        refuse(context, XML_ERR_INTERNAL_ERROR, u"There are more than 100000 different names");
-        return;
-    }
     const int depth = context->nodeNr;
+    if (const Text excess = excessAt(*context, depth); !excess.empty()) {
+        refuse(context, XML_ERR_INTERNAL_ERROR, excess);
+        return;
+    }
     xmlSAX2StartElementNs(data, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
                           attributes);
     // libxml2 leaves out what it has no memory for, and not always says so.
@@ -156,9 +146,9 @@ TreeOwner parseTree(std::string_view document, SourceEncoding encoding, ParseErr
         error.reason = excess;
         return nullptr;
     }
+    Findings findings{error};
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(xmlNewParserCtxt());
     if (!context) throw std::bad_alloc();
-    Findings findings{error};
     context->_private = &findings;
     context->sax->serror = &onError;
     context->sax->startElementNs = &onStartElement;

@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::size_t shownBytes = 200;  // of the offending element
 
-/// libxml2 compiles and validates in less, but for extraordinary schemas. At some places it does not look whether it
-/// got the memory that it asked for, and the process ends.
-constexpr std::size_t room = 16u * 1024 * 1024;
-
 struct FreeContext {
     void operator()(xmlSchemaParserCtxt* context) const noexcept { xmlSchemaFreeParserCtxt(context); }
     void operator()(xmlSchemaValidCtxt* context) const noexcept { xmlSchemaFreeValidCtxt(context); }
@@ -60,9 +56,14 @@ void onError(void* data, XmlError* error) noexcept {
 
 }  // namespace
 
+void requireRoomForSchema() {
+    constexpr std::size_t enough = 16u * 1024 * 1024;  // but for extraordinary schemas
+    requireRoom(enough);
+}
+
 std::shared_ptr<XsdSchema> XsdSchema::compile(std::unique_ptr<Document> source, ParseError& error) {
     error = {};
-    requireRoom(room);
+    requireRoomForSchema();
     Findings findings{error};
     std::unique_ptr<xmlSchemaParserCtxt, FreeContext> context(xmlSchemaNewDocParserCtxt(treeOf(*source)));
     if (!context) throw std::bad_alloc();
@@ -82,7 +83,7 @@ XsdSchema::XsdSchema(std::unique_ptr<Document> source, Compiled compiled)
     : source_(std::move(source)), compiled_(std::move(compiled)) {}
 
 ParseError XsdSchema::validate(xmlDoc* document) const {
-    requireRoom(room);
+    requireRoomForSchema();
     ParseError error;
     Findings findings{error};
     std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context(xmlSchemaNewValidCtxt(compiled_.get()));

@@ -7,6 +7,10 @@
 
 namespace quill1xml::platform {
 
+/// Throws std::bad_alloc when there is not the memory to compile or to validate: at some places libxml2 does not look
+/// whether it got what it asked for, and the process ends.
+void requireRoomForSchema();
+
 class XsdSchema final : public Schema {
 public:
     struct Free {
@@ -21,6 +25,8 @@ public:
 
     /// The first thing in a document that breaks the schema.
     ParseError validate(xmlDoc* document) const;
+
+    xmlSchema* compiled() const noexcept { return compiled_.get(); }
 
 private:
     std::unique_ptr<Document> source_;  // the compiled schema points into it
