@@ -42,6 +42,17 @@ private:
     std::u16string folder_;
 };
 
+/// What changes whenever a file is written or another takes its place. Times are in nanoseconds.
+struct FileVersion {
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+    std::uint64_t size = 0;
+    std::int64_t written = 0;
+    std::int64_t changed = 0;
+
+    bool operator==(const FileVersion&) const = default;
+};
+
 /// Files by their host names: UTF-16, "\" between folders. A name is used as given; on POSIX "\" becomes "/" only when
 /// the file is touched. Failures are errors 53, 57, 61, 67, 70, 75 or 76 with the name in the description.
 class Files {
@@ -59,10 +70,18 @@ public:
     /// that has nothing to flush, or a file that may only be read, is no error.
     virtual void flush(Text fileName) = 0;
 
+    /// Has the system begin with what flush waits for: it is done sooner for many files together. False where it could
+    /// not begin; what is wrong is left for flush to tell.
+    virtual bool startFlush(Text) noexcept { return false; }
+
     /// The whole file without its byte-order mark. Error 13 when it is not UTF-16 little-endian text.
     virtual std::u16string readText(Text fileName) = 0;
 
     virtual Bytes readBytes(Text fileName) = 0;
+
+    /// Which version of a file this is, without reading it. Nothing where the system cannot tell, such as for a file
+    /// that has only just been written and might be again at the same time.
+    virtual std::optional<FileVersion> version(Text) noexcept { return std::nullopt; }
 
     /// Names, without folder and in rising order, of the normal files in a folder that match a pattern of "*" and "?".
     /// The last "\" separates folder and pattern. A missing folder has no names. Matches as the system's names do:

@@ -96,6 +96,14 @@ Long sendFile(State& state, Text destinationUrl, Text archivePath, Load load, He
     });
 }
 
+/// Has the packets of a kind written to the disk while the first of them are on their way.
+void startFlushing(const State& state, Text kind) {
+    const auto starts = [&](Integer packet) {
+        return state.environment.files->startFlush(path(state, {.kind = kind, .number = packet}));
+    };
+    for (Integer packet = 1; packet < std::numeric_limits<Integer>::max() && starts(packet); ++packet) continue;
+}
+
 void uploaded(State& state, const std::u16string& name, Long importNumber) {
     if (!state.uploadResult.empty()) state.uploadResult.push_back(u',');
     state.uploadResult.append(name).push_back(u' ');
@@ -139,6 +147,7 @@ void perform(State& state, const arguments::SendTempFile& arguments) {
         if (state.journal) {
             beginSending(state, exchange::packetsOf(state, arguments.strTempFile), u"Quill1XML.Store.SendTempFile()");
         }
+        startFlushing(state, arguments.strTempFile);
         Head head;
         Integer packet = 1;
         for (std::u16string name; !(name = exchange::findPacket(state, arguments.strTempFile, packet)).empty();

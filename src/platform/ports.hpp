@@ -11,6 +11,7 @@ using ports::Element;
 using ports::Environment;
 using ports::EventLog;
 using ports::Files;
+using ports::FileVersion;
 using ports::FolderHold;
 using ports::Http;
 using ports::HttpReply;

@@ -66,7 +66,11 @@ SchemaSource::Found SchemaSource::ask(ports::Http& http, Text url) {
 SchemaSource::Found SchemaSource::find(const ports::Environment& environment, Text location) {
     if (isHttpUrl(location)) return ask(*environment.http, location);
     ports::Files& files = *environment.files;
-    const Bytes bytes = files.readBytes(isFileUrl(location) ? files.fileOfUrl(location) : std::u16string(location));
+    const std::u16string file = isFileUrl(location) ? files.fileOfUrl(location) : std::u16string(location);
+    const auto version = files.version(file);
+    if (schema_ != nullptr && version && version == version_) return {.name = {}, .content = {}, .same = true};
+    const Bytes bytes = files.readBytes(file);
+    version_ = version;
     const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     if (schema_ != nullptr && content == content_) return {.name = {}, .content = {}, .same = true};
     return {.name = std::u16string(location), .content = std::string(content), .same = false};

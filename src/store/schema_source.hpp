@@ -4,6 +4,7 @@
 #include "quill1xml/ports.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quill1xml::store {
@@ -44,6 +45,7 @@ private:
     std::u16string location_;
     std::string content_;
     ports::Validators validators_;
+    std::optional<ports::FileVersion> version_;  ///< of the file with that content, where it is known
     std::shared_ptr<ports::Schema> schema_;
     int sendings_ = 0;
     bool asked_ = false;  ///< during this sending

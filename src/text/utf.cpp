@@ -31,6 +31,21 @@ char* writeUtf8(char* to, char32_t c) {
     return to;
 }
 
+/// Copies ASCII at the start of a text, in whole blocks that take the compiler a few instructions each. Returns its
+/// length; what is left may be ASCII too.
+std::size_t copyAscii(std::u16string_view text, char* to) {
+    constexpr std::size_t block = 16;
+    std::size_t copied = 0;
+    for (; copied + block <= text.size(); copied += block) {
+        const char16_t* const units = text.data() + copied;
+        unsigned all = 0;
+        for (std::size_t i = 0; i < block; ++i) all |= units[i];
+        if (all >= 0x80) break;
+        for (std::size_t i = 0; i < block; ++i) to[copied + i] = static_cast<char>(units[i]);
+    }
+    return copied;
+}
+
 void appendUtf16(std::u16string& out, char32_t c) {
     if (c < 0x10000) {
         out.push_back(static_cast<char16_t>(c));
@@ -107,10 +122,18 @@ bool appendUtf8(std::string& out, std::u16string_view utf16) {
     std::size_t i = 0;
     while (i < utf16.size()) {
         char* to = buffer.data();
+        bool afterAscii = true;
         // A pair takes two units and four bytes.
         for (const std::size_t end = std::min(i + 1023, utf16.size()); i < end; ++i) {
+            if (afterAscii) {
+                const std::size_t copied = copyAscii(utf16.substr(i, end - i), to);
+                to += copied;
+                i += copied;
+                if (i == end) break;
+            }
             const char16_t unit = utf16[i];
-            if (unit < 0x80) {
+            afterAscii = unit < 0x80;
+            if (afterAscii) {
                 *to++ = static_cast<char>(unit);
                 continue;
             }

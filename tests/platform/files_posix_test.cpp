@@ -54,6 +54,23 @@ TEST_F(PosixFilesTest, AFailedAppendLeavesTheFileAsItWas) {
     expectError([&] { files_->appendText(u"\\dev\\full", u"x"); }, 61, u"\\dev\\full");
 }
 
+TEST_F(PosixFilesTest, VersionsTellFilesApart) {
+    const auto of = [&](const char* target) {
+        const auto link = folder_.path() / "link";
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(target, link);
+        return files_->version(folder_.name(u"link"));
+    };
+    const auto shell = of("/bin/sh");
+    ASSERT_TRUE(shell);
+    EXPECT_EQ(of("/bin/sh"), shell);
+    EXPECT_NE(of("/bin/ls"), shell);
+    EXPECT_FALSE(of("/none"));
+    EXPECT_FALSE(of("/"));
+    folder_.create(u"new", "might be written again within a tick of the clock");
+    EXPECT_FALSE(files_->version(folder_.name(u"new")));
+}
+
 TEST_F(PosixFilesTest, WhatIsNoFileIsRefused) {
     const std::u16string pipe = folder_.name(u"pipe");
     ASSERT_EQ(mkfifo((folder_.path() / "pipe").c_str(), 0600), 0);

@@ -134,6 +134,21 @@ TEST(Documents, CompileASchemaOnceWhileItStaysTheSame) {
     file[1] = 'b';
     loadText();
     EXPECT_EQ(fake.xml->compiles, 2) << "it changed";
+    const struct {
+        std::optional<ports::FileVersion> version;
+        bool read;
+    } versions[] = {
+        {{{.written = 1}}, true}, {{{.written = 1}}, false}, {{}, true},
+        {{{.written = 1}}, true}, {{{.written = 2}}, true},
+    };
+    for (const auto& [version, read] : versions) {
+        fake.files->fileVersion = version;
+        const int before = fake.files->bytesRead;
+        loadText();
+        EXPECT_EQ(fake.files->bytesRead - before, read ? 1 : 0);
+    }
+    EXPECT_EQ(fake.xml->compiles, 2) << "other versions of the same";
+    fake.files->fileVersion.reset();
     file.pop_back();
     expectError(loadText, applicationError, u"The schema none cannot be used");
     fake.files->bytes.clear();

@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ public:
     std::map<std::u16string, Bytes> bytes;
     bool full = false;  ///< every write fails
     std::vector<std::u16string> flushed;
+    std::optional<ports::FileVersion> fileVersion;  ///< of every file
+    int bytesRead = 0;                              ///< calls of readBytes
 
     void appendText(Text fileName, Text text) override {
         refuseWhenFull(fileName);
@@ -34,7 +37,11 @@ public:
         flushed.emplace_back(fileName);
     }
     std::u16string readText(Text fileName) override { return find(texts, fileName); }
-    Bytes readBytes(Text fileName) override { return find(bytes, fileName); }
+    std::optional<ports::FileVersion> version(Text) noexcept override { return fileVersion; }
+    Bytes readBytes(Text fileName) override {
+        ++bytesRead;
+        return find(bytes, fileName);
+    }
     std::vector<std::u16string> list(Text pattern) override;
     void remove(Text fileName) override { texts.erase(std::u16string(fileName)); }
     /// Of the system: folders are no part of what is faked.

@@ -9,6 +9,18 @@ TEST(Utf, ValidTextSurvivesBothWays) {
     const std::u16string text = u"A\u00E9\u0416\u20AC\U0001F4A1";
     EXPECT_EQ(toUtf8(text), "A\xC3\xA9\xD0\x96\xE2\x82\xAC\xF0\x9F\x92\xA1");
     EXPECT_EQ(toUtf16(toUtf8(text)), text);
+
+    // Long texts go in blocks and in pieces, which end anywhere.
+    for (const char16_t* const character : {u"\u007F", u"\u0080", u"\u20AC", u"\U0001F4A1"}) {
+        for (std::size_t before = 0; before < 1100; before += before < 70 ? 1 : 13) {
+            std::u16string mixed(before, u'x');
+            mixed.append(character).append(u"0123456789abcdefghijklmnopqrstuvwxyz");
+            std::string expected(before, 'x');
+            expected.append(toUtf8(character)).append("0123456789abcdefghijklmnopqrstuvwxyz");
+            ASSERT_EQ(toUtf8(mixed), expected) << before;
+            ASSERT_EQ(toUtf16(expected), mixed) << before;
+        }
+    }
 }
 
 TEST(Utf, WhatIsNotValidBecomesTheReplacementCharacter) {

@@ -13,6 +13,8 @@
 #include <array>
 #include <bit>
 #include <cerrno>
+#include <chrono>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -73,6 +75,22 @@ public:
         if (result != 0 && errno != EINVAL && errno != EROFS && errno != ENOTSUP) fail();
     }
 
+    bool startFlush() noexcept {
+        constexpr off_t wholeFile = 0;
+        return sync_file_range(descriptor_, 0, wholeFile, SYNC_FILE_RANGE_WRITE) == 0;
+    }
+
+    std::optional<FileVersion> version() const {
+        struct stat status;
+        if (fstat(descriptor_, &status) != 0) fail();
+        // The system's time stamps are seconds apart on some file systems.
+        constexpr auto settled = std::chrono::seconds(3);
+        const auto age = std::chrono::system_clock::now().time_since_epoch() - sinceEpoch(status.st_ctim);
+        if (age < settled) return std::nullopt;
+        return FileVersion{status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+                           sinceEpoch(status.st_mtim).count(), sinceEpoch(status.st_ctim).count()};
+    }
+
     /// Closes the file; some systems report a failed write only here.
     void close() {
         // Linux closes the descriptor even when a signal gets in the way.
@@ -106,6 +124,10 @@ public:
     bool created() const noexcept { return created_; }
 
 private:
+    static std::chrono::nanoseconds sinceEpoch(const timespec& time) {
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+
     off_t sizeToRead() const {
         struct stat status;
         if (fstat(descriptor_, &status) != 0) fail();
@@ -239,6 +261,22 @@ public:
     void writeText(Text fileName, Text text) override { platform::writeText(fileName, text, O_TRUNC); }
 
     void flush(Text fileName) override { File(NativePath(fileName), fileName, O_RDONLY).flush(); }
+
+    bool startFlush(Text fileName) noexcept override {
+        try {
+            return File(NativePath(fileName), fileName, O_RDONLY).startFlush();
+        } catch (const std::exception&) {
+            return false;
+        }
+    }
+
+    std::optional<FileVersion> version(Text fileName) noexcept override {
+        try {
+            return File(NativePath(fileName), fileName, O_RDONLY).version();
+        } catch (const std::exception&) {
+            return std::nullopt;
+        }
+    }
 
     std::u16string readText(Text fileName) override { return textOf(platform::readBytes(fileName), fileName); }
 
