@@ -209,6 +209,24 @@ TEST_F(CheckTest, HoldsPacketsToTheSchemaThatTheyAreSentWith) {
     }
 }
 
+/// Fails to be read where its text ends.
+class TornText final : public std::stringbuf {
+public:
+    using std::stringbuf::stringbuf;
+
+private:
+    int_type underflow() override { throw std::ios::failure("torn"); }
+};
+
+TEST_F(CheckTest, TakesNoFailureToReadForTheEndOfTheJob) {
+    TornText torn("{\"NewJob\":{}}\n{\"AddT");
+    std::istream in(&torn);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(checkJob(ports::systemEnvironment(), {in, out, err}, {}), 1);
+    EXPECT_THAT(out.str(), StartsWith("line 2: error: the job cannot be read on\n"));
+}
+
 TEST_F(CheckTest, ReportsAsOneObjectAndKeepsThePackets) {
     const TempFolder kept;
     const std::vector<Line> job{
