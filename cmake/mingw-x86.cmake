@@ -10,9 +10,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine-x86)
-# What is built must run on a system that has no MinGW libraries.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--no-insert-timestamp")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static -Wl,--no-insert-timestamp")
+# What is built must run on a system that has no MinGW libraries, and be the same each time. Not through the variables of
+# the first configuration: a tree that is older than a line here would go on without it.
+add_link_options(-static -Wl,--no-insert-timestamp)
 # Numbers come out as on every other platform: the older floating-point unit calculates with more digits than a double
 # has. Hosts call with a stack that is not aligned for the newer one.
 add_compile_options(-msse2 -mfpmath=sse -mstackrealign)

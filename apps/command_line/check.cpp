@@ -1,6 +1,8 @@
 #include "command_line/check.hpp"
 
 #include "automation/classes.hpp"
+#include "command_line/interruption.hpp"
+#include "command_line/job_ahead.hpp"
 #include "command_line/job_line.hpp"
 #include "command_line/json_arguments.hpp"
 #include "command_line/open_records.hpp"
@@ -15,7 +17,6 @@
 #include "text/numbers.hpp"
 
 #include <algorithm>
-#include <ios>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -31,11 +32,6 @@ using nlohmann::json;
 constexpr auto error = Problem::Severity::error;
 constexpr auto warning = Problem::Severity::warning;
 
-std::string textOf(const json& values, const char* name) {
-    const auto found = values.find(name);
-    return found != values.end() && found->is_string() ? found->get<std::string>() : std::string();
-}
-
 /// Methods that exchange something with a server, or look at what is looked at here anyway.
 bool isLeftUndone(std::string_view method) {
     return method.starts_with("Receive") || method == "SendImage" || method == "CheckPackets" ||
@@ -44,28 +40,24 @@ bool isLeftUndone(std::string_view method) {
 
 class Check {
 public:
-    Check(const ports::Environment& environment, const Streams& streams, const CheckOptions& options)
+    Check(const ports::Environment& environment, JobAhead& job, std::ostream& out, const CheckOptions& options)
         : folder_(options.keep),
           files_(std::make_shared<TrialFiles>(environment.files, folder_.path())),
           store_(trialEnvironment(environment, files_)),
-          in_(streams.in),
-          report_(streams.out, options.report),
-          packets_(*files_, store_, report_),
+          job_(job),
+          report_(out, options.report),
+          packets_(*files_, store_, report_, [this](Text kind) { schema_.provide(job_.schemaFor(kind)); }),
           schema_(store_, *files_, folder_.path()),
           open_(store_) {
         store_.onValueLeftOut([this](const LeftOutValue& value) { leftOut(value); });
     }
 
-    int play() {
-        try {
-            // A read that fails would otherwise look like the end of the job.
-            in_.exceptions(std::ios::badbit);
-            for (std::string text; nextLine(text);) {
-                if (!isBlankLine(text)) playLine(text);
-            }
-        } catch (const std::ios::failure&) {
-            tell("bad-argument", {.reason = u"the job cannot be read on"});
+    int play(const Interruption& interruption) {
+        for (std::string text; nextLine(text);) {
+            if (interruption.isAsked()) return Interruption::status;
+            if (!isBlankLine(text)) playLine(text);
         }
+        if (job_.isTorn()) tell("bad-argument", {.reason = u"the job cannot be read on"});
         line_ = 0;
         method_ = {};
         try {
@@ -80,9 +72,10 @@ public:
 
 private:
     bool nextLine(std::string& text) {
-        ++line_;
+        const bool more = job_.next(text);
+        line_ = job_.line();
         method_ = {};
-        return !std::getline(in_, text).fail();
+        return more;
     }
 
     void tell(std::string_view code, Problem problem) {
@@ -119,6 +112,8 @@ private:
     void play(const Member& member, json& values, automation::Arguments& arguments) {
         if (isLeftUndone(member.name)) return;
         if (member.name == "Send") {
+            const std::string schema = textOf(values, "strWebStoreSchemaSource");
+            if (!schema.empty()) useSchema(schema);
             if (sendsPackets(member, values)) send(values);
         } else if (member.name == "SendTempFile") {
             sendKind(toUtf16(textOf(values, "strTempFile")));
@@ -132,7 +127,7 @@ private:
 
     void prepare(const Member& member, json& values, automation::Arguments& arguments) {
         const bool endsPart = member.name == "Create" || member.name == "SetTempFilePath";
-        if (endsPart || member.name.ends_with("XML")) examineAll();
+        if (endsPart || member.name.ends_with("XML")) packets_.examineAll();
         if (endsPart) packets_.tellDuplicates();
         if (member.name == "CleanupTempFiles") deletes(toUtf16(textOf(values, "strFileName")));
         if (member.name == "Create") deletes({});
@@ -158,9 +153,7 @@ private:
             packetFolder_ = packetFolder(values) + u'\\';
             std::ranges::replace(packetFolder_, u'/', u'\\');
         }
-        if (!packets_.isDue()) return;
-        schema_.require();
-        packets_.examineDue();
+        if (packets_.isDue()) packets_.examineDue();
     }
 
     void leftOut(const LeftOutValue& value) {
@@ -175,8 +168,11 @@ private:
     }
 
     std::u16string useSchema(const std::string& named) {
-        return schema_.use(toUtf16(named), [this](const std::u16string& reason, bool certain) {
-            tell("schema", {.severity = certain ? error : warning, .reason = reason});
+        const std::u16string source = toUtf16(named);
+        const std::u16string* const ahead = job_.schemaFor({});
+        const bool isSent = ahead == nullptr || *ahead == source;
+        return schema_.use(source, [&](const std::u16string& reason, bool certain) {
+            tell("schema", {.severity = certain && isSent ? error : warning, .reason = reason});
         });
     }
 
@@ -233,24 +229,17 @@ private:
 
     // ---- Packet files
 
-    void examineAll() {
-        schema_.require();
-        packets_.examineAll();
-    }
-
     void notSent(const std::u16string& name, std::size_t line, const std::u16string& reason) {
         report_.add({.code = "not-sent", .problem = {.packet = name, .reason = reason}, .line = line});
     }
 
     void send(const json& values) {
-        const std::string named = textOf(values, "strWebStoreSchemaSource");
-        if (!named.empty()) useSchema(named);
         if (!schema_.isNamed()) {
             tell("schema", {.reason = u"no schema source was given to Create or Send; records are checked against the "
                                       u"built-in one"});
         }
         tellOpen();
-        examineAll();
+        packets_.examineAll();
         packets_.tellDuplicates();
         const PendingPackets pending = store_.pendingPackets();
         for (const std::u16string& name : pending.toSend) examineLeft(name);
@@ -281,7 +270,7 @@ private:
     }
 
     void sendKind(const std::u16string& kind) {
-        examineAll();
+        packets_.examineAll();
         for (std::int64_t number = 1;; ++number) {
             std::u16string name = u"WebStore" + kind;
             appendInteger(name, number);
@@ -320,7 +309,7 @@ private:
 
     void end() {
         tellOpen();
-        examineAll();
+        packets_.examineAll();
         packets_.tellDuplicates();
         std::map<std::u16string, std::size_t> waiting = packets_.beginnings();
         std::erase_if(waiting, [this](const auto& packet) { return packets_.isSent(packet.first); });
@@ -342,7 +331,7 @@ private:
     TrialFolder folder_;
     std::shared_ptr<TrialFiles> files_;
     Store store_;
-    std::istream& in_;
+    JobAhead& job_;
     CheckReport report_;
     PacketTrial packets_;
     TrialSchema schema_;
@@ -358,9 +347,16 @@ private:
 }  // namespace
 
 int checkJob(const ports::Environment& environment, const Streams& streams, const CheckOptions& options) {
-    Check check(environment, streams, options);
+    // What is wrong with the folder is said before a job is waited for.
+    if (!options.keep.empty()) const TrialFolder usable(options.keep);
+    // Who ends the program while it waits for the job leaves nothing behind, and who does so later neither.
+    JobAhead job(streams.in);
+    const Interruption interruption;
+    Check check(environment, job, streams.out, options);
     try {
-        return check.play();
+        const int status = check.play(interruption);
+        streams.out.flush();
+        return status;
     } catch (const std::runtime_error& failure) {
         // What is wrong with the job is in the report: this is about the folder that it is tried out in.
         streams.err << "quill1xml: the job cannot be checked to its end: " << failure.what() << std::endl;

@@ -13,9 +13,9 @@ struct CheckOptions {
     CheckReport::Options report{};
 };
 
-/// Plays a job to its end and reports to `out`. Sending, fetching and image methods are not carried out. Returns the
-/// exit status: 1 when there are errors, or the job cannot be tried on, else 0. Throws std::runtime_error when the
-/// folder cannot be used.
+/// Reads a job to its end, plays it and reports to `out`. Sending, fetching and image methods are not carried out.
+/// Returns the exit status: 1 when there are errors, or the job cannot be tried on, 130 when the process was asked to
+/// end, else 0. Throws std::runtime_error when the folder cannot be used, or the job cannot be kept.
 int checkJob(const ports::Environment& environment, const Streams& streams, const CheckOptions& options = {});
 
 }  // namespace quill1xml::cli

@@ -1,8 +1,7 @@
 #include "command_line/duplicate_keys.hpp"
 
-#include "command_line/temporary.hpp"
-
 #include <algorithm>
+#include <cstdio>
 #include <stdexcept>
 #include <unordered_map>
 #include <vector>

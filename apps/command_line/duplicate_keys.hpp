@@ -1,11 +1,11 @@
 // Keys that come twice among any number of them.
 #pragma once
 
+#include "command_line/temporary.hpp"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -29,13 +29,8 @@ private:
     void tellPart(std::uint64_t part, std::uint64_t parts, const Found& found);
     std::u16string keyAt(std::uint64_t place, std::size_t size);
 
-    struct Close {
-        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-    };
-    using File = std::unique_ptr<std::FILE, Close>;
-
-    File entries_;
-    File keys_;
+    TemporaryFile entries_;
+    TemporaryFile keys_;
     std::uint64_t count_ = 0;
     std::uint64_t place_ = 0;  ///< of the next key
 };

@@ -58,4 +58,9 @@ const Member& calledMethod(const json& call) {
     return *found;
 }
 
+std::string textOf(const json& values, const char* name) {
+    const auto found = values.find(name);
+    return found != values.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
 }  // namespace quill1xml::cli

@@ -17,6 +17,9 @@ nlohmann::json parseJobLine(const std::string& line);
 /// error 5 when its arguments are no object.
 const automation::Member& calledMethod(const nlohmann::json& call);
 
+/// An argument that is a text; empty where there is none of this name.
+std::string textOf(const nlohmann::json& values, const char* name);
+
 /// Whether a line holds nothing but blanks.
 inline bool isBlankLine(const std::string& line) { return line.find_first_not_of(" \t\r") == std::string::npos; }
 

@@ -44,8 +44,8 @@ std::string_view codeOf(Problem::Code code) {
     return {};
 }
 
-PacketTrial::PacketTrial(TrialFiles& files, const Store& store, CheckReport& report)
-    : files_(files), store_(store), report_(report) {
+PacketTrial::PacketTrial(TrialFiles& files, const Store& store, CheckReport& report, GiveSchema giveSchema)
+    : files_(files), store_(store), report_(report), giveSchema_(std::move(giveSchema)) {
     files_.watchedBy(this);
 }
 
@@ -85,6 +85,7 @@ void PacketTrial::examine(const std::u16string& name, Packet& packet) {
     const Text text = files_.unwritten(name);
     if (text.size() == packet.examined) return;
     const bool first = isFirst(name);
+    giveSchema_(kindOf(nameOf(name)));
     const auto problems = files_.withUnwritten(name, [&] { return store_.check(nameOf(name)); });
     if (first) badHead_ = false;
     for (Problem problem : problems) {
@@ -107,6 +108,7 @@ void PacketTrial::examine(const std::u16string& name, Packet& packet) {
 void PacketTrial::examineLeft(const std::u16string& name, std::size_t line) {
     // Its own root is not known here any more, so that some root must do.
     const std::u16string nothing;
+    giveSchema_(kindOf(name));
     const auto problems = files_.withUnwritten(nothing, [&] { return store_.check(name); });
     for (const Problem& problem : problems) {
         if (problem.code != Problem::Code::schema)

@@ -7,6 +7,7 @@
 #include "command_line/trial_files.hpp"
 #include "quill1xml/store.hpp"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <span>
@@ -16,11 +17,14 @@
 
 namespace quill1xml::cli {
 
-/// Looks at each packet file when it is complete, and at parts of those that grow too large to be held. The store must
-/// know its schema by then. Throws std::runtime_error where what was looked at cannot be written out.
+/// Looks at each packet file when it is complete, and at parts of those that grow too large to be held. Throws
+/// std::runtime_error where what was looked at cannot be written out.
 class PacketTrial : private TrialFiles::Watcher {
 public:
-    PacketTrial(TrialFiles& files, const Store& store, CheckReport& report);
+    /// Gives the store the schema for packet files of a kind, which is their names up to the number.
+    using GiveSchema = std::function<void(Text kind)>;
+
+    PacketTrial(TrialFiles& files, const Store& store, CheckReport& report, GiveSchema giveSchema);
     ~PacketTrial() override { files_.watchedBy(nullptr); }
     PacketTrial(const PacketTrial&) = delete;
     PacketTrial& operator=(const PacketTrial&) = delete;
@@ -77,6 +81,7 @@ private:
     TrialFiles& files_;
     const Store& store_;
     CheckReport& report_;
+    GiveSchema giveSchema_;
     RecordCall call_;
     bool wrote_ = false;
     std::map<std::u16string, std::vector<RecordCall>, std::less<>> begun_;  ///< calls for records to come, by element

@@ -4,11 +4,17 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 
 namespace quill1xml::cli {
 
 /// A file to write and read, gone once it is closed; null when it cannot be made.
 std::FILE* makeTemporaryFile();
+
+struct CloseFile {
+    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+};
+using TemporaryFile = std::unique_ptr<std::FILE, CloseFile>;
 
 /// Goes to a place in a file of any size, in bytes; false when that fails.
 bool seekTo(std::FILE* file, std::uint64_t place);

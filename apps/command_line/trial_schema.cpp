@@ -11,7 +11,6 @@ namespace quill1xml::cli {
 void TrialSchema::give(const std::u16string& location) {
     // A Send of nothing only takes the location.
     store_.Send({.strSource = u"none", .strWebStoreSchemaSource = location});
-    given_ = location;
 }
 
 std::u16string TrialSchema::builtIn() {
@@ -40,21 +39,33 @@ std::u16string TrialSchema::whyNot(const std::u16string& named, bool& certain) c
     return {};
 }
 
-std::u16string TrialSchema::use(const std::u16string& named, const Trouble& trouble) {
-    named_ = named;
-    if (!named.empty()) {
-        give(named);
-        bool certain = false;
-        const std::u16string why = whyNot(named, certain);
-        if (why.empty()) return named;
-        trouble(why + u"; records are checked against the built-in one", certain);
-    }
-    give(builtIn());
-    return given_;
+std::u16string TrialSchema::usable(const std::u16string& named, const Trouble& trouble) {
+    if (named.empty()) return builtIn();
+    give(named);
+    bool certain = false;
+    const std::u16string why = whyNot(named, certain);
+    if (why.empty()) return named;
+    trouble(why + u"; records are checked against the built-in one", certain);
+    return builtIn();
 }
 
-void TrialSchema::require() {
-    if (given_.empty()) give(builtIn());
+std::u16string TrialSchema::use(const std::u16string& named, const Trouble& trouble) {
+    named_ = named;
+    used_ = usable(named, trouble);
+    give(used_);
+    return used_;
+}
+
+void TrialSchema::provide(const std::u16string* named) {
+    if (named == nullptr || *named == named_) {
+        if (used_.empty()) used_ = builtIn();
+        give(used_);
+        return;
+    }
+    const auto [place, isNew] = foreseen_.try_emplace(*named);
+    // What is wrong with it is told when it is named.
+    if (isNew) place->second = usable(*named, [](const std::u16string&, bool) {});
+    give(place->second);
 }
 
 }  // namespace quill1xml::cli

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 
 namespace quill1xml::cli {
@@ -22,8 +23,8 @@ public:
     /// Gives the store a schema that a call names, and returns the one to be named instead.
     std::u16string use(const std::u16string& named, const Trouble& trouble);
 
-    /// Gives the store the built-in one where it has none yet.
-    void require();
+    /// Gives the store the one that will be named by the time of a sending; null for the one named last.
+    void provide(const std::u16string* named);
 
     /// Whether the job has named one.
     bool isNamed() const { return !named_.empty(); }
@@ -31,13 +32,15 @@ public:
 private:
     void give(const std::u16string& location);
     std::u16string builtIn();
+    std::u16string usable(const std::u16string& named, const Trouble& trouble);
     std::u16string whyNot(const std::u16string& named, bool& certain) const;
 
     Store& store_;
     TrialFiles& files_;
     std::filesystem::path folder_;
     std::u16string named_;
-    std::u16string given_;
+    std::u16string used_;                                ///< in its place; empty while none is named
+    std::map<std::u16string, std::u16string> foreseen_;  ///< the same of what is yet to be named
 };
 
 }  // namespace quill1xml::cli

@@ -4,6 +4,7 @@ Target ${TARGET}
 !pragma warning disable 6012 ; of labels that the library for conditions leaves unused
 SetCompressor /SOLID lzma
 Name "Quill1XML ${VERSION}"
+BrandingText "The Quill1XML developers"
 OutFile "${OUTPUT}"
 ManifestSupportedOS all
 VIProductVersion "${VERSION}.0"

@@ -172,6 +172,61 @@ TEST_F(CheckTest, FindsEveryPlantedMistakeAndNothingElse) {
     EXPECT_THAT(left_.bytes(u"WebStoreTax1.tmp"), EndsWith(std::string("1\0", 2))) << "it is still there";
 }
 
+TEST_F(CheckTest, HoldsPacketsToTheSchemaThatTheyAreSentWith) {
+    std::string text = storeSchema(SchemaDialect::xsd);
+    for (std::size_t at = 0; (at = text.find("\"CountryCode\"", at)) != std::string::npos;) text.insert(at + 1, "X");
+    const std::string narrow = utf8(left_.create(u"narrow.xsd", text));
+    const auto send = [](const std::string& schema, const char* source = "Memory") {
+        return Line{call("Send", {{"strWebStoreSchemaSource", schema}, {"strSource", source}})};
+    };
+    const auto good = [](const char* key) {
+        return Line{call("AddTax", {{"strTaxCode", key}, {"strCountryCode", "ZA"}})};
+    };
+    const auto bad = [&](const char* key) { return Line{good(key).text, {"error: WebStoreTax"}}; };
+    const Line again{R"({"Send":{}})"};
+    const Line kind{R"({"SendTempFile":{"strTempFile":"Tax"}})"};
+    const Line anew{R"({"NewJob":{}})"};
+    const Line away{R"({"CleanupTempFiles":{"strFileName":"WebStoreTax"}})"};
+    struct Job {
+        std::string created;
+        std::vector<Line> rest;
+    };
+    // A packet holds two records, and is looked at when the third begins the next one.
+    for (const Job& job : {
+             Job{narrow, {good("1"), good("2"), good("3"), send(schema_)}},
+             Job{schema_, {bad("1"), bad("2"), bad("3"), send(narrow)}},
+             Job{narrow, {good("1"), good("2"), good("3"), send(schema_, "None"), good("4"), again}},
+             Job{narrow, {bad("1"), bad("2"), bad("3"), again, anew, good("4"), good("5"), good("6"), send(schema_)}},
+             Job{narrow, {bad("1"), bad("2"), bad("3"), kind, away, anew, good("4"), send(schema_)}},
+         }) {
+        std::vector<Line> lines{{use(folder_)},
+                                {R"({"SetPacketSize":{"lngPacketSize":2}})"},
+                                {create(job.created)},
+                                {R"({"AddAdditionalParameters":{}})"},
+                                {envelope_}};
+        lines.insert(lines.end(), job.rest.begin(), job.rest.end());
+        expectFindings(lines);
+    }
+}
+
+/// Fails to be read where its text ends.
+class TornText final : public std::stringbuf {
+public:
+    using std::stringbuf::stringbuf;
+
+private:
+    int_type underflow() override { throw std::ios::failure("torn"); }
+};
+
+TEST_F(CheckTest, TakesNoFailureToReadForTheEndOfTheJob) {
+    TornText torn("{\"NewJob\":{}}\n{\"AddT");
+    std::istream in(&torn);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(checkJob(ports::systemEnvironment(), {in, out, err}, {}), 1);
+    EXPECT_THAT(out.str(), StartsWith("line 2: error: the job cannot be read on\n"));
+}
+
 TEST_F(CheckTest, ReportsAsOneObjectAndKeepsThePackets) {
     const TempFolder kept;
     const std::vector<Line> job{
