@@ -89,8 +89,9 @@ public:
             [&](const Member& member) {
                 std::array<com::Variant, 4> arguments;
                 for (com::Variant& argument : arguments) argument = received(nullptr);
+                const bool inOrder = isInOrder(*given);
                 for (UINT place = given->cArgs; place-- > 0;) {
-                    arguments[parameterAt(place, member, *given)] = received(&given->rgvarg[place]);
+                    arguments[parameterAt(place, member, *given, inOrder)] = received(&given->rgvarg[place]);
                 }
                 com::Variant value = call(id, std::move(arguments));
                 if (result != nullptr) *result = value.detach();

@@ -8,6 +8,7 @@
 #include "quill1xml/text.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 
 namespace quill1xml::automation {
@@ -130,7 +131,13 @@ struct Conversion {
 
 bool isMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
 
-std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given) {
+bool isInOrder(const DISPPARAMS& given) {
+    const DISPID* const names = given.rgdispidNamedArgs;
+    const DISPID* const end = names + given.cNamedArgs;
+    return std::adjacent_find(names, end, std::less_equal()) == end;
+}
+
+std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given, bool inOrder) {
     if (place >= given.cNamedArgs) {
         // By place, the last one first.
         const std::size_t index = given.cArgs - 1 - place;
@@ -141,8 +148,8 @@ std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& give
     const DISPID* const end = names + given.cNamedArgs;
     const DISPID named = names[place];
     // None is given twice, by place and by name or by its name alone.
-    const bool again =
-        static_cast<UINT>(named) < given.cArgs - given.cNamedArgs || std::find(names + place + 1, end, named) != end;
+    const bool again = static_cast<UINT>(named) < given.cArgs - given.cNamedArgs ||
+                       (!inOrder && std::find(names + place + 1, end, named) != end);
     if (again || named < 0 || static_cast<std::size_t>(named) >= member.parameters.size()) {
         throw runtimeError(RuntimeError::namedArgumentNotFound);
     }
@@ -150,9 +157,10 @@ std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& give
 }
 
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty) {
+    const bool inOrder = isInOrder(given);
     for (UINT place = given.cArgs; place-- > 0;) {
         if (faulty != nullptr) *faulty = place;
-        bindOne(arguments, member, parameterAt(place, member, given), given.rgvarg[place], locale);
+        bindOne(arguments, member, parameterAt(place, member, given, inOrder), given.rgvarg[place], locale);
     }
     arguments.requireAll();
 }

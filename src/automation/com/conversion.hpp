@@ -16,8 +16,12 @@ namespace quill1xml::automation {
 /// not fit.
 void bind(Arguments& arguments, const Member& member, const DISPPARAMS& given, LCID locale, UINT* faulty);
 
+/// Whether the arguments that a host named stand in the order of their parameters, the last one first, as in the calls
+/// of most: then none is given twice.
+bool isInOrder(const DISPPARAMS& given);
+
 /// The index of the parameter that the argument at a place of the host's array is for. Throws error 448 or 450.
-std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given);
+std::size_t parameterAt(UINT place, const Member& member, const DISPPARAMS& given, bool inOrder);
 
 /// Whether a value is the mark for an argument that the host left out.
 bool isMissing(const VARIANT& value);

@@ -13,7 +13,9 @@ Text textOf(const wchar_t* name) { return com::asText(name, std::wcslen(name)); 
 
 bool isNamed(const Parameter& parameter, const wchar_t* name) {
     for (const char c : parameter.name) {
-        if (asciiLower(*name++) != static_cast<wchar_t>(asciiLower(c))) return false;
+        const wchar_t given = *name++;
+        // Most hosts write names as they are declared.
+        if (given != static_cast<wchar_t>(c) && asciiLower(given) != static_cast<wchar_t>(asciiLower(c))) return false;
     }
     return *name == L'\0';
 }
