@@ -239,6 +239,7 @@ int main() {
     compare("100 packets of 500 records / their parts", 1.20, 100, 500, milliseconds(0), 5);
     compare("50 packets of 20 records, 20 ms away / their parts", 1.05, 50, 20, milliseconds(20), 3);
     compare("1,000 packets of 2 records / their parts", 0, 1000, 2, milliseconds(0), 5);
+    compare("4,000 packets of 2 records / their parts", 0, 4000, 2, milliseconds(0), 3);
     growth();
     const double few = lookup(5'000);
     bench::printRatio("looking for 10,000 packets / 5,000", 2.2, lookup(10'000), few, "ms");

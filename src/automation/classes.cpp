@@ -34,6 +34,12 @@ const Member* findMember(const Class& of, Text name) { return memberNamed(of, na
 int findParameter(const Member& of, std::string_view name) { return indexOf(of.parameters, of.parameterNames, name); }
 int findParameter(const Member& of, Text name) { return indexOf(of.parameters, of.parameterNames, name); }
 
+bool isThreeState(const Member& member, const Parameter& parameter) {
+    return parameter.type == ParameterType::integer && !parameter.required &&
+           equalIgnoringCase(parameter.name.substr(0, 6), std::string_view("intBln")) &&
+           defaultOf<Integer>(member, parameter) == -1;
+}
+
 Arguments::Arguments(const Member& member)
     : member_(member),
       storage_(std::make_unique<std::byte[]>(std::max<std::size_t>(member.argumentsSize, 1))),

@@ -194,4 +194,7 @@ const Value& defaultOf(const Member& member, const Parameter& parameter) {
     return *reinterpret_cast<const Value*>(static_cast<const std::byte*>(member.defaults) + parameter.offset);
 }
 
+/// Whether a parameter is a number that says yes, no or nothing at all, which the type library has an enumeration for.
+bool isThreeState(const Member& member, const Parameter& parameter);
+
 }  // namespace quill1xml::automation

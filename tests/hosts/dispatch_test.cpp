@@ -50,6 +50,7 @@ TEST_F(Client, ArgumentsArriveHoweverTheyArePassed) {
     const Arg textReference = Arg::of(VT_BYREF | VT_BSTR, [&](VARIANT& v) { v.pbstrVal = &variant.bstrVal; });
     const Arg amount = Arg::of(VT_CY, [](VARIANT& v) { v.cyVal.int64 = 125000; });
     const Arg noText = Arg::of(VT_BSTR);
+    const Arg unsignedNotSent = Arg::of(VT_UI4, [](VARIANT& v) { v.ulVal = 0xFFFFFFFF; });
 
     struct Case {
         const char16_t* member;
@@ -81,6 +82,7 @@ TEST_F(Client, ArgumentsArriveHoweverTheyArePassed) {
         {u"AddPaymentOption", {3.0, u"12"}, R"(<PaymentOption OptionID="3" PaymentPeriod="12"/>)"},
         {u"AddMailTo", {u"R", missing, missing, missing, missing, 1}, R"(<MailTo RepCode="R" MailUs="1"/>)"},
         {u"AddCurrency", {u"ZAR"}, R"(<Currency CurrencyCode="ZAR" ExchangeRate=" 1"/>)"},
+        {u"AddProductType", {u"T"}, R"(<ProductType ProductTypeID="T"/>)", {{u"intBlnAllowRatings", unsignedNotSent}}},
     };
     // clang-format on
     for (const Case& c : cases) {

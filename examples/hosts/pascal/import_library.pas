@@ -13,9 +13,8 @@ begin
   CoInitialize(nil);
   Needed := TStringList.Create;
   Source := TStringList.Create;
-  { The importer's enumerations have no sign, and -1 is one of the three states. }
-  Source.Text := StringReplace(ImportTypelib(WideString(ParamStr(1)), UnitName, Needed, False, False, False,
-    PackageSource, RegistrationSource), 'ThreeState =LongWord', 'ThreeState = Integer', []);
+  Source.Text := ImportTypelib(WideString(ParamStr(1)), UnitName, Needed, False, False, False, PackageSource,
+    RegistrationSource);
   Source.SaveToFile(UnitName + '.pas');
   Source.Free;
   Needed.Free;

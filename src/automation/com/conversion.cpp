@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <stdexcept>
 
 namespace quill1xml::automation {
@@ -87,11 +88,18 @@ void set(Arguments& arguments, std::size_t index, const Parameter& parameter, co
     }
 }
 
+/// "Not sent" (-1) as hosts write it whose importers give enumerations no sign.
+bool isUnsignedNotSent(const VARIANT& value, const Member& member, const Parameter& parameter) {
+    return (value.vt == VT_UI4 || value.vt == VT_UINT) && value.ulVal == std::numeric_limits<ULONG>::max() &&
+           isThreeState(member, parameter);
+}
+
 void bindOne(Arguments& arguments, const Member& member, std::size_t index, const VARIANT& given, LCID locale) {
     const Parameter& parameter = member.parameters[index];
     com::Variant target;
     const VARIANT& value = dereferenced(given, target);
     if (isMissing(value) || (value.vt == VT_EMPTY && !parameter.required)) return;
+    if (isUnsignedNotSent(value, member, parameter)) return;
     com::Variant copy;
     const VARIANT& fitting = coerced(value, parameter, locale, copy);
     // What the host passes by value is its own until the call returns; what it refers to may change in an event.

@@ -49,13 +49,6 @@ std::string_view idlType(ParameterType type) {
     throw std::logic_error("a parameter of an unknown type");
 }
 
-/// Numbers that say yes, no or nothing at all.
-bool isThreeState(const Member& member, const Parameter& parameter) {
-    return parameter.type == ParameterType::integer && !parameter.required &&
-           equalIgnoringCase(parameter.name.substr(0, 6), std::string_view("intBln")) &&
-           defaultOf<Integer>(member, parameter) == -1;
-}
-
 std::string_view idlType(ResultType type) {
     switch (type) {
         case ResultType::nothing: return "void";
