@@ -337,6 +337,8 @@ TEST_F(JobTest, TellsWhatIsLostWithoutAnError) {
         {R"({"AddOrderLineItem":{"lngLineNumber":1,"strSKU":"S","lngQuantity":3}})",
          "warning: line 2: AddOrderLineItem: no Order is open; this becomes part of the next one\n"
          "warning: line 2: AddOrderLineItem: lngQuantity is left out: Quantity: lngActualQuantity is not above -1\n"},
+        {R"({"AddOrderLineItem":{"lngLineNumber":1,"strTaxCode":"12345678901","strBVTaxCode1":"V"}})",
+         "warning: line 2: AddOrderLineItem: no Order is open; this becomes part of the next one\n"},
         {R"({"AddProduct":{"strSKU":"S"}})"
          "\n"
          R"({"AddTax":{"strTaxCode":"A"}})",

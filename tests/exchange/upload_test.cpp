@@ -296,5 +296,19 @@ TEST_F(Upload, OfADocumentFile) {
     EXPECT_EQ(fake_.schemaFiles->schemas.back(), u"newer") << "remembered when none is given";
 }
 
+TEST_F(Upload, WhatFailsNextIsNoFaultOfThePacketThatFailedBefore) {
+    put({{u"Tax1", u"<Tax/>"}});
+    expectError([&] { store_.Send(); }, 440, u"no connection");
+    const std::u16string before = store_.LastFailure();
+    EXPECT_TRUE(before.starts_with(u"WebStoreTax1.tmp: "));
+    const std::u16string bare = before.substr(before.find(u": ") + 2);
+    fake_.files->bytes[u"D\\a.gif"] = {'A'};
+    expectError([&] { store_.SendImage({u"57", u"u", u"p", u"D", u"*.gif", 0, u"http://shop"}); }, 440, u"");
+    EXPECT_EQ(utf8(store_.LastFailure()), utf8(bare));
+    expectError([&] { store_.Send(); }, 440, u"");
+    expectError([&] { store_.ReceiveOrders({57, u"u", u"p", u"http://shop"}); }, 440, u"");
+    EXPECT_EQ(utf8(store_.LastFailure()), utf8(bare));
+}
+
 }  // namespace
 }  // namespace quill1xml
