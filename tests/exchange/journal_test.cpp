@@ -33,11 +33,12 @@ std::string accepted(int number) {
 class Disk : public ports::Files {
 public:
     int journalWrites = 1'000'000;  ///< that go well
+    int journalFailure = -1;        ///< the write that alone fails, counted from 0
     bool journalWaits = false;      ///< what was written to the journal last could be lost with the power
 
     void appendText(Text fileName, Text text) override {
         if (fileName.ends_with(u"journal")) {
-            if (journalWrites-- <= 0) throw runtimeError(RuntimeError::diskFull, fileName);
+            if (journalWrites-- <= 0 || journalFailure-- == 0) throw runtimeError(RuntimeError::diskFull, fileName);
             journalWaits = true;
         }
         files_->appendText(fileName, text);
@@ -366,6 +367,7 @@ TEST_F(JournalTest, DoubtStaysWhateverBecomesOfTheNextTry) {
     resumed_->Resume({packets_, {}, journal_});
     http_->reply(accepted(5));
     expectError([&] { resumed_->Send(); }, 440, u"no connection");
+    EXPECT_THAT(utf8(resumed_->LastFailure()), ::testing::EndsWith("WebStoreTax1.tmp" + again));
     resumed_.reset();
     EXPECT_EQ(resume(), "WebStore1.tmp 1,WebStoreTax1.tmp 5,WebStoreTax2.tmp 11,WebStoreTax3.tmp 12");
     EXPECT_EQ(utf8(resumed_->LastFailure()), "WebStoreTax1.tmp" + again + "\r\nWebStoreTax2.tmp" + again);
@@ -494,6 +496,32 @@ TEST_F(JournalTest, ReadsOnlyWhatWasWrittenWhole) {
         expectError([&] { journal.begin(folder, 57, source); }, 5, u"control characters");
     }
     EXPECT_FALSE(hasJournal());
+}
+
+TEST_F(JournalTest, AReceiptThatCannotBeNotedEndsTheSending) {
+    const auto store = newStore();
+    begin(*store);
+    for (int number = 1; number <= 4; ++number) http_->reply(accepted(number));
+    disk_->journalFailure = 3;  // behind the head, the list and the first post
+    expectError([&] { store->Send(); }, 61, u"journal");
+    EXPECT_EQ(http_->requests.size(), 1u) << "or a later process would post it again unasked";
+    EXPECT_EQ(utf8(store->Send()), all);
+    EXPECT_EQ(http_->requests.size(), 4u);
+}
+
+TEST_F(JournalTest, WhatWasAcceptedStaysSoWhereTheArchiveFails) {
+    {
+        const auto store = newStore();
+        begin(*store);
+        http_->reply(accepted(1));
+        expectError([&] { store->Send({.strArchivePath = folder_.name(u"none")}); }, 76, u"none");
+        EXPECT_THAT(utf8(store->LastFailure()), ::testing::StartsWith("WebStore1.tmp: Path not found: "))
+            << "the server is not to blame";
+        http_->requests.clear();
+    }
+    EXPECT_EQ(resume(), "WebStore1.tmp 1,WebStoreTax1.tmp 11,WebStoreTax2.tmp 12,WebStoreTax3.tmp 13");
+    EXPECT_EQ(http_->requests.size(), 3u);
+    EXPECT_EQ(utf8(resumed_->LastFailure()), "");
 }
 
 }  // namespace

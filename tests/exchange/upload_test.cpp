@@ -263,6 +263,11 @@ TEST_F(Upload, TellsWhereATornPacketBreaksOff) {
             }
         }
     }
+    // A power cut may leave null characters in the place of what was written last.
+    const std::u16string whole = u"<Tax TaxCode=\"a>b\"/>";
+    put({{u"Tax1", whole + std::u16string(3, u'\0')}});
+    expectError([&] { store_.Send(); }, applicationError,
+                u"It starts at byte " + toUtf16(std::to_string(unit + unit * whole.size())) + u": cut the file off");
     EXPECT_THAT(fake_.http->requests, IsEmpty());
     for (const Text other :
          {u"<Tax/><Tax a=\"1\" a=\"2\"/>", u"<Tax a=\"b\"c\"/>", u"<Tax/>&none;", u"x", u"<Tax/><b></a>"}) {
