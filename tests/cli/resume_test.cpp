@@ -177,6 +177,13 @@ TEST_F(ResumeTest, EndsADeletionAndTakesASchemaThatMoved) {
     EXPECT_EQ(err_.str(), "all packets were sent before; their files are deleted now\n");
     EXPECT_FALSE(hasJournal());
     EXPECT_EQ(http_->requests.size(), posts);
+
+    // The next job may begin without it.
+    http_->numbers = {1, 2, 3, -1};
+    EXPECT_EQ(play(), 1);
+    store::Journal(environment_.files, toUtf16(options_.journal)).deleting();
+    http_->numbers.clear();
+    EXPECT_EQ(play(), 0) << err_.str();
 }
 
 }  // namespace
