@@ -29,6 +29,7 @@ const Scenario scenarios[] = {
          {"PAGE /products?page=99", "", 200, "*>P102</a>*>P120</a>*<span>Page 3 of 3</span>*"},
          {"PAGE /records?kind=Product&page=3", "", 200, "*<h1>Product <small>121</small>*>P21<*>P1<*"},
          {"PAGE /products?page=0", "", 400, "*<h1>page must be at least 1</h1>*"},
+         {"PAGE /products?page=1x", "", 400, "*<h1>page must be a whole number</h1>*"},
          {"PAGE /products?page=x", "", 400, "*<h1>page must be a whole number</h1>*"},
      }},
     {"SearchTakesItsTextLiterally",
@@ -174,6 +175,23 @@ TEST(SandboxWindow, AnswersEveryAddressItLists) {
         EXPECT_EQ(client.Get(std::string(address.path).c_str()).value().status, 200) << address.path;
     }
     EXPECT_EQ(client.Get("/").value().get_header_value("X-Content-Type-Options"), "nosniff");
+}
+
+TEST(SandboxWindow, LetsNoBrowserTakeAPictureForAPage) {
+    Server server(testFormat(), {});
+    httplib::Client client("127.0.0.1", server.port());
+    play(server, {{"POST /upload", store("<Product SKU='A' ThumbNailFile='PHNjcmlwdD4='/>"), 200, accepted(1)},
+                  {"POST /images",
+                   "<Store UserName='demo' Password='demo' UploadFolder='F'><Image "
+                   "ImageName='a.gif'>PHNjcmlwdD4=</Image></Store>",
+                   200, "<Receipt>*"}});
+    for (const char* address : {"/records/1/picture", "/images/F/a.gif"}) {
+        const httplib::Response picture = client.Get(address).value();
+        EXPECT_EQ(picture.body, "<script>");
+        EXPECT_EQ(picture.get_header_value("Content-Type"), "application/octet-stream");
+        EXPECT_EQ(picture.get_header_value("X-Content-Type-Options"), "nosniff");
+        EXPECT_EQ(picture.get_header_value("Content-Security-Policy"), "default-src 'none'; sandbox");
+    }
 }
 
 }  // namespace
