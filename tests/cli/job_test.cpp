@@ -373,6 +373,15 @@ TEST_F(JobTest, CreateWarnsOfWhatItDeletes) {
     fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
     EXPECT_THAT(play(job).err,
                 StartsWith("warning: Create will delete 1 unsent packet file of an unknown store in T\n"));
+    // What was sent by itself is no loss.
+    fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Store>"}, {u"T\\WebStoreOther1.tmp", u"<Store>"}};
+    accept(1);
+    const Played played = play(R"({"SetTempFilePath":{"strTempFilePath":"T"}}
+{"Send":{"strSource":"none","strWebStoreSchemaSource":"s"}}
+{"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"Create":{"strWebStoreSchemaSource":"s","lngStoreID":57}})");
+    EXPECT_EQ(played.status, 0) << played.err;
+    EXPECT_THAT(played.err, HasSubstr("warning: Create will delete 1 unsent packet file of an unknown store in T\n"));
 }
 
 TEST_F(JobTest, AFolderIsForOneJobAtATime) {
