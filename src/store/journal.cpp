@@ -146,6 +146,11 @@ void Journal::take(const std::vector<Text>& line) {
 }
 
 void Journal::write(std::u16string lines) {
+    if (torn_ && !begun_) {
+        // Behind half a heading nobody would take it for a journal, and there is nothing in it.
+        files_->remove(fileName_);
+        torn_ = false;
+    }
     if (torn_) {
         std::u16string ended(lineEnd);
         appendLine(ended, {u"torn"});

@@ -100,6 +100,23 @@ TEST_F(FetchTest, WarnsOfCardNumbersThatComeToStay) {
     EXPECT_THAT(fetchKind("orders", "<Store/>", Format::json).err, StartsWith("warning: orders may hold card numbers"));
     EXPECT_EQ(fetchKind("orders", "<Store/>", Format::table).err, "");
     EXPECT_EQ(fetchKind("quotations", "<Store/>", Format::json).err, "");
+    // An archive keeps them whatever is shown.
+    const testing::TempFolder folder;
+    options_.outputStays = false;
+    options_.archive = folder.path().string();
+    const std::string reply = R"(<Store StoreID="57"><Envelope DateCreated="2024-01-31T14:25:00"/></Store>)";
+    EXPECT_THAT(fetchKind("orders", reply, Format::table).err, HasSubstr("keep the archive " + options_.archive));
+    EXPECT_EQ(fetchKind("customers", reply, Format::table).err, "");
+}
+
+TEST_F(FetchTest, AsksNobodyWhereTheArchiveCannotBeWritten) {
+    const testing::TempFolder folder;
+    options_.archive = (folder.path() / "none").string();
+    const Fetched fetched = fetchKind("customers", "<Store/>", Format::xml);
+    EXPECT_EQ(fetched.status, 1);
+    EXPECT_EQ(fetched.out, "");
+    EXPECT_THAT(fetched.err, StartsWith("fetch: error 76 (Quill1XML): Path not found: " + options_.archive));
+    EXPECT_TRUE(fake_.http->requests.empty());
 }
 
 TEST_F(FetchTest, CutsTextsToTheTerminalButNothingElse) {

@@ -8,9 +8,11 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <ios>
+#include <optional>
 #include <sstream>
 
 #include <unistd.h>
@@ -337,6 +339,8 @@ TEST_F(JobTest, TellsWhatIsLostWithoutAnError) {
         {R"({"AddOrderLineItem":{"lngLineNumber":1,"strSKU":"S","lngQuantity":3}})",
          "warning: line 2: AddOrderLineItem: no Order is open; this becomes part of the next one\n"
          "warning: line 2: AddOrderLineItem: lngQuantity is left out: Quantity: lngActualQuantity is not above -1\n"},
+        {R"({"AddOrderLineItem":{"lngLineNumber":1,"strTaxCode":"12345678901","strBVTaxCode1":"V"}})",
+         "warning: line 2: AddOrderLineItem: no Order is open; this becomes part of the next one\n"},
         {R"({"AddProduct":{"strSKU":"S"}})"
          "\n"
          R"({"AddTax":{"strTaxCode":"A"}})",
@@ -369,6 +373,15 @@ TEST_F(JobTest, CreateWarnsOfWhatItDeletes) {
     fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Tax/>"}};
     EXPECT_THAT(play(job).err,
                 StartsWith("warning: Create will delete 1 unsent packet file of an unknown store in T\n"));
+    // What was sent by itself is no loss.
+    fake_.files->texts = {{u"T\\WebStoreTax1.tmp", u"<Store>"}, {u"T\\WebStoreOther1.tmp", u"<Store>"}};
+    accept(1);
+    const Played played = play(R"({"SetTempFilePath":{"strTempFilePath":"T"}}
+{"Send":{"strSource":"none","strWebStoreSchemaSource":"s"}}
+{"SendTempFile":{"strTempFile":"Other","strDestinationURL":"http://shop"}}
+{"Create":{"strWebStoreSchemaSource":"s","lngStoreID":57}})");
+    EXPECT_EQ(played.status, 0) << played.err;
+    EXPECT_THAT(played.err, HasSubstr("warning: Create will delete 1 unsent packet file of an unknown store in T\n"));
 }
 
 TEST_F(JobTest, AFolderIsForOneJobAtATime) {
@@ -383,6 +396,18 @@ TEST_F(JobTest, AFolderIsForOneJobAtATime) {
         EXPECT_THAT(refused.err, StartsWith("line 2: AddTax: error 70 (Quill1XML): Permission denied: "));
         EXPECT_THAT(refused.err, HasSubstr(folder.path().string() + ", process " + std::to_string(getpid()) + "; "));
         EXPECT_TRUE(fake_.files->texts.empty());
+        for (const char* call : {
+                 R"({"Create":{"strWebStoreSchemaSource":"s","lngStoreID":57}})",
+                 R"({"UpdateOrder":{"lngOrderNumber":1,"strOrderStatus":"Picked"}})",
+                 R"({"LockProduct":{}})",
+                 R"({"CleanupTempFiles":{}})",
+                 R"({"SendTempFile":{"strTempFile":"Tax"}})",
+                 R"({"Send":{}})",
+                 R"({"XML":{"lngStoreID":57,"strUserName":"u","strPassword":"p","strWebStoreSchemaSource":"s"}})",
+                 R"({"QuoteXML":{"lngStoreID":57,"strUserName":"u","strPassword":"p","strWebStoreSchemaSource":"s"}})",
+             }) {
+            EXPECT_THAT(play(use + call).err, HasSubstr(": error 70 (Quill1XML): Permission denied: ")) << call;
+        }
         EXPECT_EQ(play(use + R"({"FormatDate":{"dtmUnformatted":"2007-03-05"}})").status, 0) << "nothing is touched";
     }
     EXPECT_FALSE(std::filesystem::exists(lock));
@@ -395,6 +420,80 @@ TEST_F(JobTest, AFolderIsForOneJobAtATime) {
     const Played warned = play(use + add);
     EXPECT_EQ(warned.status, 0);
     EXPECT_THAT(warned.err, HasSubstr(" cannot be held against other jobs ("));
+}
+
+TEST_F(JobTest, TriesAgainOnlyWhatMayGoWell) {
+    struct Deaf : testing::FakeHttp {
+        std::optional<Error> error;
+        ports::HttpReply post(Text url, std::string_view contentType, std::string_view body) override {
+            if (error) requests.push_back({std::u16string(url), std::string(contentType), std::string(body)});
+            if (error) throw Error(*error);
+            return FakeHttp::post(url, contentType, body);
+        }
+    };
+    const auto http = std::make_shared<Deaf>();
+    fake_.http = http;
+    const testing::TempFolder folder;
+    report_ = {.log = (folder.path() / "log").string()};
+    std::vector<int> pauses;
+    const JobOptions options{
+        .retries = 8, .wait = [&](std::chrono::seconds pause) { pauses.push_back(static_cast<int>(pause.count())); }};
+    const std::string send = job + R"({"Send":{"strDestinationURL":"user:secret@shop"}})";
+    const std::string receive =
+        R"({"ReceiveOrders":{"lngStoreID":1,"strUserName":"u","strPassword":"p","strSourceURL":"http://shop"}})";
+
+    // A pause is twice the one before it, up to about a minute.
+    EXPECT_EQ(play(send, false, options).status, 1);
+    EXPECT_THAT(pauses, ::testing::ElementsAre(1, 2, 4, 8, 16, 32, 64, 64));
+    // What is no URL stays so, and may hold a password anywhere.
+    pauses.clear();
+    http->error = runtimeError(RuntimeError::invalidProcedureCall, u"a URL is expected");
+    http->requests.clear();
+    std::filesystem::remove(report_.log);
+    EXPECT_EQ(play(send, false, options).status, 1);
+    EXPECT_EQ(http->requests.size(), 1U);
+    EXPECT_THAT(folder.bytes(u"log"), HasSubstr("a URL is expected"));
+    EXPECT_THAT(folder.bytes(u"log"), ::testing::Not(HasSubstr("secret")));
+    // Who downloads can do so again.
+    http->error = runtimeError(RuntimeError::automationError, u"no connection");
+    http->requests.clear();
+    EXPECT_EQ(play(receive, false, options).status, 1);
+    EXPECT_EQ(http->requests.size(), 1U);
+    EXPECT_TRUE(pauses.empty());
+}
+
+TEST_F(JobTest, TellsOfUnsentPacketsOnlyWhereItWroteSome) {
+    const std::string folder = R"({"SetTempFilePath":{"strTempFilePath":"T"}})"
+                               "\n";
+    for (int i = 1; i <= 25; ++i) {
+        const std::string name = "WebStoreOther" + std::to_string(i) + ".tmp";
+        fake_.files->texts[u"T\\" + toUtf16(name)] = u"<a/>";
+    }
+    EXPECT_EQ(play(folder + R"({"FormatDate":{"dtmUnformatted":"2007-03-05"}})").err, "");
+    const std::string add = R"({"AddTax":{"strTaxCode":"A"}})";
+    const std::string few = play(folder + add).err;
+    EXPECT_THAT(few, StartsWith("warning: 26 packet files are not sent: WebStoreTax1.tmp, "));
+    EXPECT_THAT(few, EndsWith(", ...\n"));
+    EXPECT_EQ(std::ranges::count(few, ','), 20) << "twenty names and what stands for the others";
+    const std::string allOfThem = play(folder + add, false, {.verbose = true}).err;
+    EXPECT_THAT(allOfThem, EndsWith(".tmp\n"));
+    EXPECT_EQ(std::ranges::count(allOfThem, ','), 25);
+}
+
+TEST_F(JobTest, WhatIsLockedAfterItsPacketWasSentIsNotSent) {
+    const std::string lines = R"({"SetTempFilePath":{"strTempFilePath":"T"}}
+{"Send":{"strSource":"none","strWebStoreSchemaSource":"s"}}
+{"AddProduct":{"strSKU":"A"}}
+{"SendTempFile":{"strTempFile":"Product","strDestinationURL":"http://shop"}}
+)";
+    const std::string unsent = "warning: 1 packet file is not sent: WebStoreProduct1.tmp\n";
+    for (const bool locks : {true, false}) {
+        fake_.files->texts = {{u"T\\WebStoreProduct1.tmp", u"<Store>"}};
+        accept(1);
+        const Played played = play(lines + (locks ? R"({"LockProduct":{}})" : ""));
+        EXPECT_EQ(played.status, 0) << played.err;
+        EXPECT_EQ(played.err.find(unsent) != std::string::npos, locks) << played.err;
+    }
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // Jobs that end early, and what the command line does about them.
 #include "command_line/resume.hpp"
 #include "quill1xml/schema.hpp"
+#include "quill1xml/text.hpp"
+#include "store/journal.hpp"
 #include "support/fake_environment.hpp"
 #include "support/temp_folder.hpp"
 
@@ -71,8 +73,8 @@ protected:
         return with([&](Exchanges& exchanges) { return playJob(exchanges, {in, out_, err_}, options_); });
     }
 
-    int resume(const std::string& url = {}) {
-        const ResumeOptions given{.folder = (folder_.path() / "packets").string(), .url = url};
+    int resume(const std::string& url = {}, const std::string& schema = {}) {
+        const ResumeOptions given{.folder = (folder_.path() / "packets").string(), .schema = schema, .url = url};
         return with([&](Exchanges& exchanges) {
             std::istringstream none;
             return resumeJob(exchanges, {none, out_, err_}, options_, given);
@@ -150,6 +152,38 @@ TEST_F(ResumeTest, TriesAgainWhereTheTransportFails) {
     EXPECT_EQ(resume(), 1);
     EXPECT_THAT(err_.str(), HasSubstr("WebStoreCurrency2.tmp would be deleted unsent: its number follows a gap."));
     EXPECT_TRUE(hasJournal());
+}
+
+TEST_F(ResumeTest, EndsADeletionAndTakesASchemaThatMoved) {
+    http_->numbers = {1, 2, 3, -1};
+    EXPECT_EQ(play(), 1);
+    const std::filesystem::path moved = folder_.path() / "moved.xsd";
+    std::filesystem::rename(folder_.path() / "store.xsd", moved);
+    EXPECT_EQ(resume(), 1);
+    EXPECT_THAT(err_.str(), HasSubstr("store.xsd"));
+    EXPECT_EQ(resume({}, moved.string()), 0);
+    EXPECT_THAT(out_.str(), HasSubstr("WebStoreTax2.tmp 99"));
+
+    // All was sent and all files are gone, but for the last word of the journal.
+    std::filesystem::rename(moved, folder_.path() / "store.xsd");
+    http_->numbers = {1, 2, 3, -1};
+    EXPECT_EQ(play(), 1);
+    store::Journal(environment_.files, toUtf16(options_.journal)).deleting();
+    for (const char* name : {"1", "Tax1", "Tax2", "ProductImage1"}) {
+        std::filesystem::remove(folder_.path() / "packets" / (std::string("WebStore") + name + ".tmp"));
+    }
+    const std::size_t posts = http_->requests.size();
+    EXPECT_EQ(resume(), 0);
+    EXPECT_EQ(err_.str(), "all packets were sent before; their files are deleted now\n");
+    EXPECT_FALSE(hasJournal());
+    EXPECT_EQ(http_->requests.size(), posts);
+
+    // The next job may begin without it.
+    http_->numbers = {1, 2, 3, -1};
+    EXPECT_EQ(play(), 1);
+    store::Journal(environment_.files, toUtf16(options_.journal)).deleting();
+    http_->numbers.clear();
+    EXPECT_EQ(play(), 0) << err_.str();
 }
 
 }  // namespace

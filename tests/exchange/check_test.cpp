@@ -111,5 +111,84 @@ TEST_F(Check, KnowsAFolderThatAnotherStoreLeft) {
                                           StartsWith("WebStoreTax1.tmp, record 1: Tax TaxCode=\"V\": CountryCode=")));
 }
 
+TEST_F(Check, NamesWhatNoDocumentMayHold) {
+    const Text reference = u"\"&\" begins a reference; write &amp; for the character itself";
+    const Text control = u"it holds a control character, which no document may";
+    const Text noCharacter = u"it holds a code that is no character";
+    const Text half = u"it holds half a surrogate pair";
+    const struct {
+        std::u16string value;
+        Text reason;  ///< empty: nothing is wrong with it
+    } cases[] = {
+        {u"&amp;&lt;&gt;&quot;&apos;&#233;&#xE9;&#x1F4A1; \t\r\n\U0001F4A1\uFFFD", u""},
+        {u"&#233 x", reference},
+        {u"&#xE9;&#233;\U0001F4A1&", reference},
+        {u"&#;", reference},
+        {u"&#x;", reference},
+        {u"&#xG;", reference},
+        {u"&#E9;", reference},
+        {u"&AMP;", reference},
+        {u"R & D", reference},
+        {u"a\u0001b", control},
+        {u"&#xE9;\U0001F4A1\u001F", control},
+        {u"\uFFFE", noCharacter},
+        {u"\uFFFF", noCharacter},
+        {u"a\xD83D", half},
+        {u"\xDCA1x", half},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(utf8(c.value));
+        put(u"WebStoreMessage1.tmp",
+            u"<Message MessageID=\"M\" MessageText=\"fine\"/><Message MessageID=\"N\" MessageText=\"" + c.value +
+                u"\"/>");
+        const std::vector<Problem> problems = store_.check();
+        ASSERT_EQ(problems.size(), c.reason.empty() ? 0u : 1u) << utf8(store_.CheckPackets());
+        if (c.reason.empty()) continue;
+        EXPECT_EQ(problems[0].code, Problem::Code::notWellFormed);
+        EXPECT_EQ(problems[0].record, 2u);
+        EXPECT_EQ(utf8(problems[0].attribute), "MessageText");
+        EXPECT_EQ(problems[0].value, c.value);
+        EXPECT_EQ(utf8(problems[0].reason), utf8(c.reason));
+    }
+}
+
+TEST_F(Check, ShowsNoPasswordAndNoMoreOfAValueThanNeeded) {
+    // The pair is not cut in halves.
+    const std::u16string value = std::u16string(58, u'x') + u"\U0001F4A1 and more";
+    put(u"WebStoreDebtorStaff1.tmp",
+        u"<DebtorStaff EMailAddress=\"a@b\" DebtorID=\"D\" Password=\"p&w\"/>"
+        u"<DebtorStaff EMailAddress=\"a@b\" DebtorID=\"D\" Name=\"&" +
+            value + u"\"/>");
+    const std::vector<Problem> problems = store_.check();
+    ASSERT_EQ(problems.size(), 2u);
+    EXPECT_EQ(utf8(problems[0].attribute + u"=" + problems[0].value), "Password=***");
+    EXPECT_EQ(utf8(problems[1].value), "&" + utf8(value.substr(0, 58)) + "\u2026");
+    EXPECT_THAT(utf8(store_.CheckPackets()), ::testing::Not(HasSubstr("p&w")));
+}
+
+TEST_F(Check, TellsWhatKeepsTheSchemaFromUse) {
+    store_.AddTax({.strTaxCode = u"V", .strCountryCode = u"a&b"});
+    folder_.create(u"store.xsd", "<broken");
+    EXPECT_THAT(lines(store_), ElementsAre(AllOf(HasSubstr("The schema "), HasSubstr("store.xsd cannot be used: ")),
+                                           StartsWith("WebStoreTax1.tmp, record 1: ")));
+    EXPECT_THAT(utf8(store_.CheckPackets()), StartsWith("error: The schema "));
+}
+
+TEST_F(Check, AFailureNamesTheFirstTwentyRecords) {
+    for (int i = 0; i < 25; ++i) store_.AddTax({.strTaxCode = u"V", .strCountryCode = u"a&b"});
+    EXPECT_THROW(store_.SendTempFile({u"Tax"}), Error);
+    const std::string account = utf8(store_.LastFailure());
+    EXPECT_EQ(std::ranges::count(account, '\n'), 19);
+    EXPECT_THAT(account, ::testing::AllOf(StartsWith("WebStoreTax1.tmp, record 1: "), HasSubstr(", record 20: ")));
+
+    // That no schema is known is the failure itself, and no fault of the packet.
+    put(u"WebStoreTax1.tmp", u"<Tax TaxCode=\"A\"/>");
+    Store other(environment());
+    other.SetTempFilePath({folder_.path().u16string()});
+    EXPECT_THROW(other.SendTempFile({u"Tax"}), Error);
+    EXPECT_THAT(utf8(other.LastFailure()),
+                AllOf(StartsWith("WebStoreTax1.tmp: "), HasSubstr("no schema source was given")));
+}
+
 }  // namespace
 }  // namespace quill1xml

@@ -33,15 +33,18 @@ std::string accepted(int number) {
 class Disk : public ports::Files {
 public:
     int journalWrites = 1'000'000;  ///< that go well
+    int journalFailure = -1;        ///< the write that alone fails, counted from 0
+    bool journalWaits = false;      ///< what was written to the journal last could be lost with the power
 
     void appendText(Text fileName, Text text) override {
-        if (fileName.ends_with(u"journal") && journalWrites-- <= 0) {
-            throw runtimeError(RuntimeError::diskFull, fileName);
+        if (fileName.ends_with(u"journal")) {
+            if (journalWrites-- <= 0 || journalFailure-- == 0) throw runtimeError(RuntimeError::diskFull, fileName);
+            journalWaits = true;
         }
         files_->appendText(fileName, text);
     }
     void writeText(Text fileName, Text text) override { files_->writeText(fileName, text); }
-    void flush(Text) override {}
+    void flush(Text fileName) override { journalWaits = journalWaits && !fileName.ends_with(u"journal"); }
     std::u16string readText(Text fileName) override { return files_->readText(fileName); }
     Bytes readBytes(Text fileName) override { return files_->readBytes(fileName); }
     std::vector<std::u16string> list(Text pattern) override { return files_->list(pattern); }
@@ -99,6 +102,28 @@ protected:
 
     bool hasJournal() const { return std::filesystem::exists(folder_.path() / "journal"); }
 
+    /// Whether a folder is another job's.
+    bool isHeld(const std::u16string& folder) const {
+        const auto other = newStore();
+        other->SetTempFilePath({folder});
+        try {
+            other->UseJournal({folder_.name(u"other journal")});
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number(), 70) << error.what();
+            return true;
+        }
+        return false;
+    }
+
+    std::u16string otherFolder() const {
+        std::filesystem::create_directory(folder_.path() / "other");
+        return folder_.name(u"other");
+    }
+
+    void refuse() const {
+        http_->reply("<Receipt ImportNumber=\"0\"><Error Number=\"7\" Description=\"No.\"/></Receipt>");
+    }
+
     void put(Text file, const std::string& bytes) const { folder_.create(file, bytes); }
 
     testing::TempFolder folder_;
@@ -151,9 +176,6 @@ TEST_F(JournalTest, IsSureWhereTheServerHasNothing) {
         ports::HttpReply post(Text, std::string_view, std::string_view) override {
             throw ports::NotReached(runtimeError(RuntimeError::automationError, u"nobody there"));
         }
-    };
-    const auto refuse = [this] {
-        http_->reply("<Receipt ImportNumber=\"0\"><Error Number=\"7\" Description=\"No.\"/></Receipt>");
     };
     const auto store = newStore();
     begin(*store);
@@ -255,14 +277,14 @@ TEST_F(JournalTest, RefusesWhatDoesNotFit) {
         if (c.bytes.empty()) std::filesystem::remove(folder_.path() / c.file);
         const std::string files = left();
         expectError([&] { resume(); }, applicationError, c.error);
+        EXPECT_EQ(isHeld(packets_), c.file == Text(u"store.xsd")) << "what Resume refuses is not at work";
         resumed_.reset();
         EXPECT_EQ(left(), files);
         EXPECT_THAT(http_->requests, IsEmpty());
         http_->replies.clear();
         put(c.file, before);
     }
-    std::filesystem::create_directory(folder_.path() / "other");
-    packets_ = folder_.name(u"other");
+    packets_ = otherFolder();
     expectError([&] { resume(); }, applicationError, u"name the folder that belongs to it");
 }
 
@@ -328,6 +350,178 @@ TEST_F(JournalTest, WithoutRoomNothingIsPostedAndNothingIsForgotten) {
         EXPECT_EQ(http_->requests.size(), 4u);
         http_->requests.clear();
     }
+}
+
+TEST_F(JournalTest, DoubtStaysWhateverBecomesOfTheNextTry) {
+    const std::string again = " may have arrived twice: it was posted before, and no receipt came.";
+    sendSome(*newStore(), 1);
+    // The second try is refused; the first may have arrived all the same.
+    resumed_ = newStore();
+    resumed_->Resume({packets_, {}, journal_});
+    refuse();
+    expectError([&] { resumed_->Send(); }, 7, u"Server: No.");
+    EXPECT_THAT(utf8(resumed_->LastFailure()), ::testing::EndsWith("WebStoreTax1.tmp" + again));
+    resumed_.reset();
+    // The third one is accepted, and ends before it can tell.
+    resumed_ = newStore();
+    resumed_->Resume({packets_, {}, journal_});
+    http_->reply(accepted(5));
+    expectError([&] { resumed_->Send(); }, 440, u"no connection");
+    EXPECT_THAT(utf8(resumed_->LastFailure()), ::testing::EndsWith("WebStoreTax1.tmp" + again));
+    resumed_.reset();
+    EXPECT_EQ(resume(), "WebStore1.tmp 1,WebStoreTax1.tmp 5,WebStoreTax2.tmp 11,WebStoreTax3.tmp 12");
+    EXPECT_EQ(utf8(resumed_->LastFailure()), "WebStoreTax1.tmp" + again + "\r\nWebStoreTax2.tmp" + again);
+}
+
+TEST_F(JournalTest, HoldsTheFolderThatItsJobIsIn) {
+    const std::u16string other = otherFolder();
+    const auto store = newStore();
+    store->SetTempFilePath({packets_});
+    EXPECT_FALSE(isHeld(packets_)) << "without a journal nothing is kept from others";
+    store->UseJournal({journal_});
+    EXPECT_TRUE(isHeld(packets_));
+    store->SetTempFilePath({other});
+    EXPECT_FALSE(isHeld(packets_));
+    EXPECT_TRUE(isHeld(other));
+    store->UseJournal({u""});
+    EXPECT_FALSE(isHeld(other));
+}
+
+TEST_F(JournalTest, IsOfOneFolderAndOneStore) {
+    sendSome(*newStore(), 2);
+    const std::u16string other = otherFolder();
+    put(u"other/WebStoreTax1.tmp", folder_.bytes(u"packets/WebStoreTax1.tmp"));
+    const std::string before = left();
+    const std::pair<std::u16string, Long> cases[] = {{other, 57}, {packets_, 58}};
+    for (const auto& [folder, storeId] : cases) {
+        const auto store = newStore();
+        store->SetTempFilePath({folder});
+        store->SetStoreID({storeId});
+        store->UseJournal({journal_});
+        store->CleanupTempFiles({u"WebStoreOther"});
+        EXPECT_TRUE(hasJournal()) << "only a deletion of everything ends the job";
+        expectError([&] { store->Send({.strWebStoreSchemaSource = folder_.name(u"store.xsd")}); }, applicationError,
+                    u" for store 57: use another file for this one.");
+    }
+    EXPECT_THAT(http_->requests, IsEmpty());
+    EXPECT_EQ(left(), before);
+    // A deletion to be ended in one folder is no leave to begin in another.
+    store::Journal(disk_, journal_).deleting();
+    const auto store = newStore();
+    store->SetTempFilePath({other});
+    store->UseJournal({journal_});
+    expectError([&] { store->Create({folder_.name(u"store.xsd"), 57}); }, applicationError, u" is not finished, says");
+    EXPECT_TRUE(hasJournal());
+}
+
+TEST_F(JournalTest, OneProcessDoesOneJobAfterTheOther) {
+    {
+        const auto store = newStore();
+        store->SetTempFilePath({packets_});
+        store->UseJournal({journal_});
+        store->SendTempFile({u"Quote57_"});
+        EXPECT_FALSE(hasJournal()) << "where there is nothing to send no job begins";
+        sendSome(*store, 4);
+        store->NewJob();
+        store->Create({folder_.name(u"store.xsd"), 57});
+        store->AddAdditionalParameters();
+        store->AddEnvelope({u"v", u"p", u"http://shop/a"});
+        for (const Text code : {u"A", u"B", u"C"}) store->AddTax({.strTaxCode = code});
+        http_->reply(accepted(7));
+        expectError([&] { store->Send(); }, 440, u"no connection");
+        http_->requests.clear();
+    }
+    EXPECT_EQ(resume(), "WebStore1.tmp 7,WebStoreTax1.tmp 11,WebStoreTax2.tmp 12");
+    EXPECT_THAT(http_->requests.back().body, HasSubstr("UserName=\"v\""));
+}
+
+TEST_F(JournalTest, MissesThePacketsOfEachKind) {
+    {
+        const auto store = newStore();
+        begin(*store);
+        for (const Text code : {u"A", u"B", u"C", u"D", u"E"}) store->AddCurrency({.strCurrencyCode = code});
+        expectError([&] { store->Send(); }, 440, u"no connection");
+    }
+    http_->requests.clear();
+    for (const Text file : {u"WebStoreTax1.tmp", u"WebStoreTax3.tmp", u"WebStoreCurrency1.tmp"}) {
+        const std::u16string name = u"packets/" + std::u16string(file);
+        const std::string bytes = folder_.bytes(name);
+        std::filesystem::remove(folder_.path() / std::filesystem::path(name));
+        expectError([&] { resume(); }, applicationError, std::u16string(file) + u" is missing in ");
+        http_->replies.clear();
+        put(name, bytes);
+    }
+    EXPECT_THAT(http_->requests, IsEmpty());
+}
+
+TEST_F(JournalTest, GoesOnWithAnotherSchemaWhereOneIsGiven) {
+    sendSome(*newStore(), 3);
+    std::filesystem::remove(folder_.path() / "store.xsd");
+    resumed_ = newStore();
+    resumed_->Resume({packets_, folder_.create(u"moved.xsd", utf8(schema)), journal_});
+    http_->reply(accepted(11));
+    EXPECT_EQ(resumed_->Send(), u"WebStore1.tmp 1,WebStoreTax1.tmp 2,WebStoreTax2.tmp 3,WebStoreTax3.tmp 11");
+}
+
+TEST_F(JournalTest, IsOnTheDiskBeforeAnythingIsPosted) {
+    struct Watching : testing::FakeHttp {
+        explicit Watching(const Disk& watched) : disk(watched) {}
+        ports::HttpReply post(Text url, std::string_view contentType, std::string_view body) override {
+            EXPECT_FALSE(disk.journalWaits);
+            return FakeHttp::post(url, contentType, body);
+        }
+        const Disk& disk;
+    };
+    http_ = std::make_shared<Watching>(*disk_);
+    environment_.http = http_;
+    sendSome(*newStore(), 4);
+}
+
+TEST_F(JournalTest, ReadsOnlyWhatWasWrittenWhole) {
+    // The power may go in the middle of the heading; then the next job has the journal to itself.
+    const auto beginnings = {std::string("\xFF"), std::string("\xFF\xFE"), std::string("\xFF\xFEj\0o", 5),
+                             std::string("\xFF\xFEj\0o\0u\0r\0n\0a\0l\0 \0001\0\t\0C", 23)};
+    for (const std::string& bytes : beginnings) {
+        SCOPED_TRACE(bytes.size());
+        put(u"journal", bytes);
+        sendSome(*newStore(), 3);
+        EXPECT_EQ(resume(), "WebStore1.tmp 1,WebStoreTax1.tmp 2,WebStoreTax2.tmp 3,WebStoreTax3.tmp 11");
+        resumed_.reset();
+    }
+
+    // Names that would fall apart into other values or lines.
+    store::Journal journal(disk_, journal_);
+    const std::pair<Text, Text> names[] = {{u"a\tb", u"c"}, {u"a", u"b\nc"}};
+    for (const auto& [folder, source] : names) {
+        expectError([&] { journal.begin(folder, 57, source); }, 5, u"control characters");
+    }
+    EXPECT_FALSE(hasJournal());
+}
+
+TEST_F(JournalTest, AReceiptThatCannotBeNotedEndsTheSending) {
+    const auto store = newStore();
+    begin(*store);
+    for (int number = 1; number <= 4; ++number) http_->reply(accepted(number));
+    disk_->journalFailure = 3;  // behind the head, the list and the first post
+    expectError([&] { store->Send(); }, 61, u"journal");
+    EXPECT_EQ(http_->requests.size(), 1u) << "or a later process would post it again unasked";
+    EXPECT_EQ(utf8(store->Send()), all);
+    EXPECT_EQ(http_->requests.size(), 4u);
+}
+
+TEST_F(JournalTest, WhatWasAcceptedStaysSoWhereTheArchiveFails) {
+    {
+        const auto store = newStore();
+        begin(*store);
+        http_->reply(accepted(1));
+        expectError([&] { store->Send({.strArchivePath = folder_.name(u"none")}); }, 76, u"none");
+        EXPECT_THAT(utf8(store->LastFailure()), ::testing::StartsWith("WebStore1.tmp: Path not found: "))
+            << "the server is not to blame";
+        http_->requests.clear();
+    }
+    EXPECT_EQ(resume(), "WebStore1.tmp 1,WebStoreTax1.tmp 11,WebStoreTax2.tmp 12,WebStoreTax3.tmp 13");
+    EXPECT_EQ(http_->requests.size(), 3u);
+    EXPECT_EQ(utf8(resumed_->LastFailure()), "");
 }
 
 }  // namespace

@@ -263,6 +263,11 @@ TEST_F(Upload, TellsWhereATornPacketBreaksOff) {
             }
         }
     }
+    // A power cut may leave null characters in the place of what was written last.
+    const std::u16string whole = u"<Tax TaxCode=\"a>b\"/>";
+    put({{u"Tax1", whole + std::u16string(3, u'\0')}});
+    expectError([&] { store_.Send(); }, applicationError,
+                u"It starts at byte " + toUtf16(std::to_string(unit + unit * whole.size())) + u": cut the file off");
     EXPECT_THAT(fake_.http->requests, IsEmpty());
     for (const Text other :
          {u"<Tax/><Tax a=\"1\" a=\"2\"/>", u"<Tax a=\"b\"c\"/>", u"<Tax/>&none;", u"x", u"<Tax/><b></a>"}) {
@@ -294,6 +299,20 @@ TEST_F(Upload, OfADocumentFile) {
                 u"Failed to load file because : ");
     EXPECT_EQ(fake_.http->requests.size(), 1u);
     EXPECT_EQ(fake_.schemaFiles->schemas.back(), u"newer") << "remembered when none is given";
+}
+
+TEST_F(Upload, WhatFailsNextIsNoFaultOfThePacketThatFailedBefore) {
+    put({{u"Tax1", u"<Tax/>"}});
+    expectError([&] { store_.Send(); }, 440, u"no connection");
+    const std::u16string before = store_.LastFailure();
+    EXPECT_TRUE(before.starts_with(u"WebStoreTax1.tmp: "));
+    const std::u16string bare = before.substr(before.find(u": ") + 2);
+    fake_.files->bytes[u"D\\a.gif"] = {'A'};
+    expectError([&] { store_.SendImage({u"57", u"u", u"p", u"D", u"*.gif", 0, u"http://shop"}); }, 440, u"");
+    EXPECT_EQ(utf8(store_.LastFailure()), utf8(bare));
+    expectError([&] { store_.Send(); }, 440, u"");
+    expectError([&] { store_.ReceiveOrders({57, u"u", u"p", u"http://shop"}); }, 440, u"");
+    EXPECT_EQ(utf8(store_.LastFailure()), utf8(bare));
 }
 
 }  // namespace

@@ -50,14 +50,19 @@ TEST(CurlHttp, ARedirectedBodyIsPostedAgain) {
     const struct {
         std::string status;
         std::string method;
-    } cases[] = {{"301 Moved", "POST"}, {"302 Found", "POST"}, {"307 Moved", "POST"}, {"303 See Other", "GET"}};
+    } cases[] = {{"301 Moved", "POST"},
+                 {"302 Found", "POST"},
+                 {"307 Moved", "POST"},
+                 {"308 Moved", "POST"},
+                 {"303 See Other", "GET"}};
     for (const auto& c : cases) {
         LoopbackServer server([&](const std::string& request) {
             return request.find(" /new ") == std::string::npos ? httpReply(c.status, "Location: /new\r\n", "moved")
                                                                : httpReply("200 OK", "", "done");
         });
-        EXPECT_EQ(CurlHttp().post(u"http://" + server.address() + u"/old", "text/xml", "<a/>").body, "done");
+        EXPECT_EQ(CurlHttp().post(u"http://u:pass@" + server.address() + u"/old", "text/xml", "<a/>").body, "done");
         ASSERT_EQ(server.requests().size(), 2u);
+        EXPECT_THAT(server.requests()[1], HasSubstr("\r\nAuthorization: Basic dTpwYXNz\r\n"));
         EXPECT_THAT(server.requests()[1], StartsWith(c.method + " /new"));
         EXPECT_EQ(server.requests()[1].ends_with("<a/>"), c.method == "POST");
     }
@@ -84,6 +89,29 @@ TEST(CurlHttp, RedirectsAreFewAndStayWithTheHost) {
         }
     }
     EXPECT_TRUE(other.requests().empty());
+}
+
+TEST(CurlHttp, AsksWhetherADocumentChanged) {
+    const std::string changed = "Mon, 05 Mar 2007 14:07:09 GMT";
+    LoopbackServer server([&](const std::string& request) {
+        return request.find("If-") == std::string::npos
+                   ? httpReply("200 OK", "ETag: \"v1\"\r\nLast-Modified: " + changed + "\r\n", "<a/>")
+                   : httpReply("304 Not Modified", "", "");
+    });
+    CurlHttp http;
+    const std::u16string url = u"http://" + server.address();
+    EXPECT_EQ(http.post(url, "text/xml", "<b/>").body, "<a/>");
+    const HttpReply first = http.get(url, {});
+    EXPECT_EQ(first.validators.entityTag, "\"v1\"");
+    EXPECT_EQ(first.validators.lastModified, changed);
+    EXPECT_EQ(http.get(url, first.validators).status, 304);
+    EXPECT_EQ(http.get(url, {.lastModified = changed}).status, 304);
+    const auto requests = server.requests();
+    ASSERT_EQ(requests.size(), 4u);
+    EXPECT_THAT(requests[1], AllOf(StartsWith("GET / "), Not(HasSubstr("text/xml")), EndsWith("\r\n\r\n")));
+    EXPECT_THAT(requests[2],
+                AllOf(HasSubstr("If-None-Match: \"v1\"\r\n"), HasSubstr("If-Modified-Since: " + changed + "\r\n")));
+    EXPECT_THAT(requests[3], Not(HasSubstr("If-None-Match")));
 }
 
 TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
@@ -131,6 +159,7 @@ TEST(CurlHttp, TransportFailuresNameTheHostAndNoSecret) {
         closed = gone.address();
     }
     expectError([&] { CurlHttp().post(u"http://" + closed, "text/xml", "<a/>"); }, 440, u"127.0.0.1: ");
+    EXPECT_THROW(CurlHttp().post(u"http://" + closed, "text/xml", "<a/>"), ports::NotReached);
 }
 
 TEST(CurlHttp, OtherUrlsAreInvalidArguments) {
@@ -220,6 +249,13 @@ TEST(CurlHttp, ManyPostsShakeHandsOnceAndOnlyWithWhomTheyTrust) {
     expectError([&] { CurlHttp().post(server.url("127.0.0.1"), "text/xml", "<b/>"); }, 440, u"certificate");
     expectError([&] { http.post(server.url("localhost"), "text/xml", "<b/>"); }, 440, u"localhost: SSL: ");
     EXPECT_EQ(server.connections.size(), 1u);
+
+    // Where no byte of the body has left nothing can have arrived.
+    EXPECT_THROW(CurlHttp().post(server.url("127.0.0.1"), "text/xml", "<b/>"), ports::NotReached);
+    // A shop that moved to the encrypted port of its host.
+    const LoopbackServer moved(
+        always(httpReply("301 Moved", "Location: " + testing::utf8(server.url("127.0.0.1")) + "/\r\n", "")));
+    EXPECT_EQ(http.post(u"http://" + moved.address(), "text/xml", "<b/>").body, "<a/>");
 }
 
 }  // namespace

@@ -86,6 +86,47 @@ TEST_F(PosixXmlTest, DocumentsAreWrittenAsTheLibraryWritesThem) {
     }
 }
 
+TEST_F(PosixXmlTest, AValidDocumentIsWhatAnyOtherIs) {
+    for (const Text text : {
+             u"<a/>",
+             u"<?xml version='1.0'?>\n<a x='1'><b/></a>\n",
+             u"<?xml version='1.0' encoding='UTF-8'?><a x='\u00E9'>\u20AC</a>",
+             u"<?xml version='1.0' encoding='iso-8859-1'?><a x='\u00E9\u20AC'><b y='&#233;&lt;'/>\u00FF</a>",
+             u"<?xml version='1.0' encoding='UTF-16'?><a x='\u0416'/>",
+             u"<?xml version='1.0' standalone='yes'?><a xmlns:p='urn:p' p:x='1'><p:b xmlns='urn:q'><b/></p:b></a>",
+             u"<a><!-- no pass --><b x='1'/><b x='2'/><![CDATA[<b/>]]></a>",
+         }) {
+        SCOPED_TRACE(utf8(text));
+        std::vector<std::string> seen[2];
+        for (const bool valid : {false, true}) {
+            ParseError error;
+            const Text pieces[] = {text.substr(0, 3), u"", text.substr(3, 7),
+                                   text.substr(std::min<std::size_t>(10, text.size()))};
+            const auto document = text.size() < 10 ? xml_->parse({{text}}, valid ? anything_ : nullptr, error)
+                                                   : xml_->parse(pieces, valid ? anything_ : nullptr, error);
+            ASSERT_TRUE(document) << utf8(error.reason);
+            EXPECT_FALSE(document->validate());
+            const std::u16string name = folder_.name(u"saved.xml");
+            auto& values = seen[valid ? 1 : 0];
+            document->save(name);
+            values = {utf8(document->xml()), document->utf8(), folder_.bytes(u"saved.xml")};
+            // What is asked for after a save is there all the same, and stays when it is asked for again.
+            for (int again = 0; again < 2; ++again) {
+                for (const Text path : {u"a", u"a/b", u"a/p:b/b", u"b"}) {
+                    for (const auto& element : document->select(path)) {
+                        values.push_back(utf8(element->name()) + '=' + utf8(element->attribute(u"x").value_or(u"-")));
+                    }
+                }
+            }
+            document->save(name);
+            values.push_back(folder_.bytes(u"saved.xml"));
+        }
+        EXPECT_EQ(seen[1], seen[0]);
+    }
+    // The parser takes a null character for the end.
+    EXPECT_TRUE(failure(std::u16string(u"<a/>\0<b", 7)));
+}
+
 TEST_F(PosixXmlTest, ErrorsSayWhere) {
     // Positions are those just behind what the parser took in before it gave up.
     const struct {
@@ -339,6 +380,15 @@ TEST_F(PosixXmlTest, ASchemaStandsAlone) {
     expectError([&] { store::SchemaSource().load(systemEnvironment(), name); }, applicationError,
                 u"another schema document");
     expectError([&] { store::SchemaSource().load(systemEnvironment(), name); }, applicationError, u"(line 2)");
+    const std::string start = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' targetNamespace='WebStore'>";
+    const std::u16string redefines =
+        folder_.create(u"outer.xsd", start + "<xs:redefine schemaLocation='rows.xsd'/></xs:schema>");
+    expectError([&] { store::SchemaSource().load(systemEnvironment(), redefines); }, applicationError,
+                u"another schema document");
+    // A namespace that is only named is fetched from nowhere.
+    const std::u16string names = folder_.create(
+        u"outer.xsd", start + "<xs:import namespace='urn:other'/><xs:element name='Store'/></xs:schema>");
+    EXPECT_TRUE(store::SchemaSource().load(systemEnvironment(), names));
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 #include "quill1xml/lists.hpp"
 
 #include "quill1xml/store.hpp"
+#include "support/expect_error.hpp"
 #include "support/fake_environment.hpp"
+#include "support/order_list.hpp"
 
 #include <gmock/gmock.h>
 
@@ -45,6 +47,55 @@ TEST(Lists, ArriveAsTheyWereGiven) {
         EXPECT_THAT(order, ::testing::Not(HasSubstr("ShippingCountryCode")));
     }
     EXPECT_EQ(utf8(OrderList{}.xml()).find("CustomerCompanyName"), std::string::npos);
+}
+
+TEST(Lists, AccountForAllThatIsWrongInThem) {
+    const std::string longText(61, 'x');
+    const std::string notANumber = ": Type mismatch: \"x\" is not a number";
+    const struct {
+        testing::Values values;
+        std::int32_t number;  ///< of the first attribute that fails
+        std::vector<std::string> account;
+    } cases[] = {
+        {{{u"ShippingCost", u"x"}}, 13, {"ShippingCost=\"x\"" + notANumber}},
+        {{{u"ShippingCost", u"x"}, {u"USDExchangeRate", u"x"}},
+         13,
+         {"ShippingCost=\"x\"" + notANumber + "\r\n", "USDExchangeRate=\"x\"" + notANumber}},
+        {{{u"DebtorID", u"(absent)"}},
+         91,
+         {"Object variable or With block variable not set: the attribute DebtorID is missing"}},
+        {{{u"DebtorID", u"(absent)"}, {u"Hash", u"(absent)"}}, 91, {"missing in the list: ", "Hash, DebtorID"}},
+        {{{u"DebtorID", u"(absent)"}, {u"ShippingCost", u"x"}},
+         91,
+         {"missing in the list: DebtorID\r\nShippingCost=\"x\"" + notANumber}},
+        {{{u"OrderNumber", toUtf16(longText)}}, 13, {"OrderNumber=\"" + longText.substr(1) + "\": Type mismatch: "}},
+    };
+    FakeEnvironment fake;
+    Store store(fake.environment());
+    for (const auto& c : cases) {
+        const auto error = testing::errorOf([&] { store.AddOrder({testing::orderList(c.values)}); });
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->number(), c.number);
+        for (const std::string& part : c.account) EXPECT_THAT(utf8(store.LastFailure()), HasSubstr(part));
+    }
+    // What was wrong with one list is not wrong with the next.
+    store.AddOrder({testing::orderList({})});
+    EXPECT_EQ(store.LastFailure(), u"");
+    EXPECT_THROW(store.AddQuotation({testing::quotationList({{u"QuoteNumber", u"x"}})}), Error);
+    EXPECT_THAT(utf8(store.LastFailure()), HasSubstr("QuoteNumber=\"x\""));
+    store.AddQuotation({testing::quotationList({})});
+    EXPECT_EQ(store.LastFailure(), u"");
+}
+
+TEST(Lists, ReadNumbersAsTheUserWritesThem) {
+    FakeEnvironment fake;
+    fake.system->separator = u",";
+    Store store(fake.environment());
+    store.AddOrder({testing::orderList({{u"ShippingCost", u"12,5"}, {u"USDExchangeRate", u"0,25"}})});
+    store.LockOrder();
+    ASSERT_EQ(fake.files->texts.size(), 1u);
+    EXPECT_THAT(utf8(fake.files->texts.begin()->second),
+                ::testing::AllOf(HasSubstr(" ShippingCost=\"12,5\""), HasSubstr(" USDExchangeRate=\"0,25\"")));
 }
 
 }  // namespace

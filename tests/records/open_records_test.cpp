@@ -2,6 +2,7 @@
 #include "quill1xml/store.hpp"
 #include "support/expect_error.hpp"
 #include "support/fake_environment.hpp"
+#include "support/order_list.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,17 +12,77 @@ namespace {
 using testing::expectError;
 using testing::utf8;
 
-TEST(Products, StayClosedAfterARefusalAndAfterALostWrite) {
-    testing::FakeEnvironment fake;
-    Store store(fake.environment());
-    store.SetTempFilePath({u"P"});
-    EXPECT_THROW(store.AddProduct({u""}), Error);
-    store.AddProduct({u"A"});
-    fake.files->full = true;
-    EXPECT_THROW(store.LockProduct(), Error);
-    fake.files->full = false;
-    EXPECT_THROW(store.LockProduct(), Error);
-    EXPECT_TRUE(fake.files->texts.empty());
+/// A record that stays open until it is locked.
+struct Built {
+    const char* name;
+    void (*refused)(Store& store);
+    void (*add)(Store& store);
+    void (*addChild)(Store& store);
+    void (*lock)(Store& store);
+    const char* child;  ///< how it begins
+};
+
+const Built builtRecords[] = {
+    {"Product", [](Store& store) { store.AddProduct({u""}); }, [](Store& store) { store.AddProduct({u"A"}); },
+     [](Store& store) { store.AddProductAttribute({1}); }, [](Store& store) { store.LockProduct(); },
+     "<ProductAttribute"},
+    {"Order",
+     [](Store& store) {
+         store.AddOrder({testing::orderList({{u"OrderNumber", u"0"}})});
+     },
+     [](Store& store) { store.AddOrder({testing::orderList({})}); },
+     [](Store& store) { store.AddOrderLineItem({.lngLineNumber = 1}); }, [](Store& store) { store.LockOrder(); },
+     "<OrderLineItem"},
+    {"Order with field values",
+     [](Store& store) {
+         store.AddOrder({testing::orderList({{u"OrderNumber", u"x"}})});
+     },
+     [](Store& store) { store.AddOrder({testing::orderList({})}); },
+     [](Store& store) {
+         store.AddOrderUDFValue({1, u"F", u"V"});
+     },
+     [](Store& store) { store.LockOrder(); }, "<UserDefinedFieldValue"},
+    {"Quotation",
+     [](Store& store) {
+         store.AddQuotation({testing::quotationList({{u"QuoteNumber", u"0"}})});
+     },
+     [](Store& store) { store.AddQuotation({testing::quotationList({})}); },
+     [](Store& store) {
+         store.AddQuoteLineItem({u"A", 1, u"d"});
+     },
+     [](Store& store) { store.LockQuote(); }, "<QuoteLineItem"},
+};
+
+TEST(BuiltRecords, StayClosedAfterARefusalAndAfterALostWrite) {
+    for (const Built& built : builtRecords) {
+        SCOPED_TRACE(built.name);
+        testing::FakeEnvironment fake;
+        Store store(fake.environment());
+        store.SetTempFilePath({u"P"});
+        EXPECT_THROW(built.refused(store), Error);
+        EXPECT_THROW(built.lock(store), Error);
+        built.add(store);
+        built.addChild(store);
+        fake.files->full = true;
+        EXPECT_THROW(built.lock(store), Error);
+        fake.files->full = false;
+        EXPECT_THROW(built.lock(store), Error);
+        EXPECT_TRUE(fake.files->texts.empty());
+        // Its children are lost with it, and those of one record are not in the next.
+        built.add(store);
+        built.lock(store);
+        ASSERT_EQ(fake.files->texts.size(), 1u);
+        const std::u16string& packet = fake.files->texts.begin()->second;
+        EXPECT_EQ(utf8(packet).find(built.child), std::string::npos);
+        built.add(store);
+        built.addChild(store);
+        built.lock(store);
+        const std::size_t child = utf8(packet).find(built.child);
+        EXPECT_NE(child, std::string::npos);
+        built.add(store);
+        built.lock(store);
+        EXPECT_EQ(utf8(packet).rfind(built.child), child);
+    }
 }
 
 // What the parser says of it differs from system to system.

@@ -29,6 +29,7 @@ const Scenario scenarios[] = {
          {"PAGE /products?page=99", "", 200, "*>P102</a>*>P120</a>*<span>Page 3 of 3</span>*"},
          {"PAGE /records?kind=Product&page=3", "", 200, "*<h1>Product <small>121</small>*>P21<*>P1<*"},
          {"PAGE /products?page=0", "", 400, "*<h1>page must be at least 1</h1>*"},
+         {"PAGE /products?page=1x", "", 400, "*<h1>page must be a whole number</h1>*"},
          {"PAGE /products?page=x", "", 400, "*<h1>page must be a whole number</h1>*"},
      }},
     {"SearchTakesItsTextLiterally",
@@ -42,6 +43,9 @@ const Scenario scenarios[] = {
          {"PAGE /products?q=50", "", 200, "*<small>2 with*"},
          {"PAGE /orders?q=x50%25", "", 200, "*<h1>Orders <small>1 with*"},
          {"PAGE /orders?q=OrderLineItem", "", 200, "*Nothing found.*"},
+         {"POST /upload", store("<Product SKU='x_y'/><Product SKU='xzy'/><Product SKU='x\\y'/>"), 200, accepted(2)},
+         {"PAGE /products?q=x_y", "", 200, "*<h1>Products <small>1 with*>x_y</a>*"},
+         {"PAGE /products?q=x%5Cy", "", 200, "*<h1>Products <small>1 with*>x\\\\y</a>*"},
          {"PAGE /?q=500", "", 200, "*<h2>Catalogue <small>1 with “500”</small></h2>*</main>*"},
      }},
     {"ACategoryHasTheProductsOfThoseBelow",
@@ -55,6 +59,28 @@ const Scenario scenarios[] = {
           200, accepted(1)},
          {"PAGE /products?category=1", "", 200, "*<h1>T &amp; C <small>1</small>*>Tea</a>*>A</a>*"},
          {"PAGE /products?category=3", "", 400, "*There is no category &quot;3&quot;*"},
+     }},
+    {"ProductsStandInTheirRankWithPriceAndPicture",
+     {
+         {"POST /upload",
+          "<Store xmlns='WebStore' StoreID='57' Name='S'>" + std::string(sender) +
+              "<ProductCategory ProductCategoryID='1' Description='T'/><ProductCategory ProductCategoryID='2' "
+              "ParentID='1' Description='Tea'/><Product SKU='none' Description='C'/>"
+              "<Product SKU='second' Ranking='2' LargeImage='b.gif' Price1=' 3'/>"
+              "<Product SKU='first' Ranking='1' Description='A'/><Product SKU='zeroth' Ranking='0' "
+              "QuantityOnHand='9' ThumbNail='gone.gif'/><ProductCategoryLink SKU='second' ProductCategoryID='2'/>"
+              "</Store>",
+          200, accepted(1)},
+         {"POST /images",
+          "<Store UserName='demo' Password='demo' UploadFolder='ProductImages' CreateThumbnail='0'><Image "
+          "ImageName='b.gif'>R0lG</Image></Store>",
+          200, "<Receipt><Error Number=\"0\" Source=\"\" Description=\"\"/></Receipt>"},
+         {"GET /images", "", 200,
+          R"([{"folder": "ProductImages", "name": "b.gif", "type": "application/octet-stream", "size": 3,
+               "thumbnail": false}])"},
+         {"PAGE /products", "", 200, "*>zeroth</a>*class=\"stock few\">9 in stock*>A</a>*>second</a>*3.00*>C</a>*"},
+         {"PAGE /products?category=2", "", 200,
+          "*<h1>Tea <small>1</small>*‹ T</a>*<img src=\"/images/ProductImages/b%2Egif\"*>second</a>*"},
      }},
     {"EverythingIsEscapedAndPicturesAreNoPages",
      {
@@ -95,12 +121,24 @@ const Scenario scenarios[] = {
                      "OrderStatus=\"Dispatched\" City=\"Ω\" CreditCardPinNumber=\"12\" DispatchedDate=\"2024\" "
                      "WaybillNumber=\"W\"><OrderLineItem LineNumber=\"1\" Q=\"2\"/><OrderLineItem LineNumber=\"2\"/>"
                      "</Order>")},
-         {"PAGE /orders?q=Ω", "", 200, "*>1</a>*Dispatched*"},
-         {"POST /upload", store("<Order OrderNumber='1' City='whole'/>"), 200, accepted(3)},
-         {"POST /upload", store("<Order OrderNumber='2' Deleted='1'/><Order OrderNumber='2' OrderStatus='Picked'/>"),
-          200, accepted(4)},
+         {"POST /upload",
+          store("<Order OrderNumber='3' City='a'><UserDefinedFieldValue FieldName='F' FieldValue='1'/></Order>"
+                "<Order OrderNumber='3' OrderStatus='Picked'><UserDefinedFieldValue FieldName='F' FieldValue='2'/>"
+                "<UserDefinedFieldValue FieldName='G'/></Order><Order City='b'/><Order OrderStatus='Picked'/>"),
+          200, accepted(3)},
          {"POST /orders", login, 200,
-          downloaded(57, "<Order OrderNumber=\"1\" City=\"whole\"/><Order OrderNumber=\"2\" OrderStatus=\"Picked\"/>")},
+          "<Store*<Order OrderNumber=\"3\" City=\"a\" OrderStatus=\"Picked\"><UserDefinedFieldValue FieldName=\"F\" "
+          "FieldValue=\"2\"/><UserDefinedFieldValue FieldName=\"G\"/></Order><Order City=\"b\"/><Order "
+          "OrderStatus=\"Picked\"/></Store>"},
+         {"POST /upload", store("<Order OrderNumber='3' Deleted='1'/>"), 200, accepted(4)},
+         {"PAGE /orders?q=Ω", "", 200, "*>1</a>*Dispatched*"},
+         {"POST /upload", store("<Order OrderNumber='1' City='whole'/>"), 200, accepted(5)},
+         {"POST /upload", store("<Order OrderNumber='2' Deleted='1'/><Order OrderNumber='2' OrderStatus='Picked'/>"),
+          200, accepted(6)},
+         {"POST /orders", login, 200,
+          downloaded(57,
+                     "<Order City=\"b\"/><Order OrderStatus=\"Picked\"/><Order OrderNumber=\"1\" City=\"whole\"/>"
+                     "<Order OrderNumber=\"2\" OrderStatus=\"Picked\"/>")},
      }},
     {"EveryStoreHasItsOwn",
      {
@@ -137,6 +175,23 @@ TEST(SandboxWindow, AnswersEveryAddressItLists) {
         EXPECT_EQ(client.Get(std::string(address.path).c_str()).value().status, 200) << address.path;
     }
     EXPECT_EQ(client.Get("/").value().get_header_value("X-Content-Type-Options"), "nosniff");
+}
+
+TEST(SandboxWindow, LetsNoBrowserTakeAPictureForAPage) {
+    Server server(testFormat(), {});
+    httplib::Client client("127.0.0.1", server.port());
+    play(server, {{"POST /upload", store("<Product SKU='A' ThumbNailFile='PHNjcmlwdD4='/>"), 200, accepted(1)},
+                  {"POST /images",
+                   "<Store UserName='demo' Password='demo' UploadFolder='F'><Image "
+                   "ImageName='a.gif'>PHNjcmlwdD4=</Image></Store>",
+                   200, "<Receipt>*"}});
+    for (const char* address : {"/records/1/picture", "/images/F/a.gif"}) {
+        const httplib::Response picture = client.Get(address).value();
+        EXPECT_EQ(picture.body, "<script>");
+        EXPECT_EQ(picture.get_header_value("Content-Type"), "application/octet-stream");
+        EXPECT_EQ(picture.get_header_value("X-Content-Type-Options"), "nosniff");
+        EXPECT_EQ(picture.get_header_value("Content-Security-Policy"), "default-src 'none'; sandbox");
+    }
 }
 
 }  // namespace

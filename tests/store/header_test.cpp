@@ -46,6 +46,16 @@ TEST_F(Header, TakesItsCallsInOneOrder) {
     EXPECT_EQ(labels(*fake_.log).back(), "Method: Quill1XML.Store.AddAdditionalParameters()");
 }
 
+TEST_F(Header, BeginsTheFirstPacketAnew) {
+    store_.Create({u"schema", 5});
+    store_.AddEnvelope({u"early", u"p"});
+    store_.AddAdditionalParameters();
+    store_.AddEnvelope({u"u", u"p"});
+    const std::string packet = testing::utf8(fake_.files->texts[u"T\\WebStore1.tmp"]);
+    EXPECT_THAT(packet, ::testing::StartsWith("<Store xmlns=\"WebStore\" StoreID=\"5\""));
+    EXPECT_THAT(packet, ::testing::Not(::testing::HasSubstr("early")));
+}
+
 /// A setting that cannot be written ends Create, but the store's number has been taken by then.
 TEST_F(Header, KeepsTheStoreNumberWhenALaterSettingFails) {
     expectError([&] { store_.Create({.lngStoreID = 5, .strLogoImageFile = u"none"}); }, 53, u"none");
